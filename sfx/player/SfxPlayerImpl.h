@@ -1,0 +1,70 @@
+#pragma once
+
+#include <future>
+#include <memory>
+#include <string>
+
+#include <QObject>
+#include <QString>
+#include <QThreadPool>
+
+#include <sfx/export.h>
+#include <sfx/model/SfxDto.h>
+#include <sfx/player/SfxPlayerInterface.h>
+#include <sfx/source/SfxFileInterface.h>
+
+namespace vemo::audio {
+
+/// Plays one record on the default output through QAudioSink. Each Play() is a playback of its own
+/// on a thread of the playback pool.
+///
+/// Any thread may call any operation. The file given with SetFile and the player itself must live
+/// until Done().
+class SFX_EXPORT SfxPlayerImpl : public QObject, public SfxPlayerInterface {
+    Q_OBJECT
+
+public:
+    /// `playbackPool` runs playbacks and fades, `stopPool` the work of stop requests.
+    SfxPlayerImpl(sfx::SfxDto sfx, std::shared_ptr<QThreadPool> playbackPool,
+                  std::shared_ptr<QThreadPool> stopPool, QObject* parent);
+    ~SfxPlayerImpl() override;
+
+    /// The file that the next Play() sounds; not owned. It may still be decoding. The record's
+    /// effect path becomes the file's path.
+    void SetFile(SfxFileInterface* file);
+
+    void Play() override;
+    void Stop(bool urgent) override;
+    void Stop() override;
+    void SetOutputDevice(const wchar_t* deviceId) override;
+    void SetVolume(float volume) override;
+    float Volume() override;
+    void SetReverb(float reverb) override;
+    void SetPan(float pan) override;
+    void SetSfxPath(const std::string& path) override;
+    void ReplaceSfxData(const sfx::SfxDto& other) override;
+    float GetDuration() override;
+    void FadeTo(float volume, unsigned int duration) override;
+    bool Done() override;
+    void WaitUntilDone() override;
+    bool PlaysSameSfx(const sfx::SfxDto& other) override;
+    const sfx::SfxDto* SfxData() const override;
+
+Q_SIGNALS:
+    void cancelSfx(bool isUrgent);
+    /// Carries the record's event id. From a pool thread, once when a playback ends and once more
+    /// when a stopping fade ends.
+    void sfxFinished(QString eventId);
+    void sfxFileRequested(const std::string& effectId,
+                          std::promise<const SfxFileInterface*>& sfxFile);
+    void fadeRequested(VolumeType volume, FadeType duration, bool stopAfterFade);
+    void fadeSuspensionRequested();
+    void fadeResumeRequested();
+    void fadeCancellationRequested();
+
+private:
+    class Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+} // namespace vemo::audio

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+
+#include <QAudioDecoder>
+#include <QAudioFormat>
+#include <QObject>
+
+#include <sfx/export.h>
+#include <sfx/source/DecodeState.h>
+#include <sfx/source/SfxFileInterface.h>
+
+namespace vemo::audio {
+
+/// A sound file of the user's, decoded by Qt's QAudioDecoder on the thread that made it, whose
+/// event loop must run. The PCM keeps whatever format the decoder delivers (often Float).
+class SFX_EXPORT UserAudioFile : public QObject, public SfxFileInterface, public DecodeState {
+    Q_OBJECT
+
+public:
+    /// `path` is the text of a URL ("file:///..."). Returns before any audio is read.
+    explicit UserAudioFile(std::string path);
+    ~UserAudioFile() override;
+
+    /// Format of the PCM; invalid until the first buffer has arrived.
+    QAudioFormat Format() const;
+
+    std::pair<const char*, const char*> Read() override;
+    /// Real playing time in seconds; 0 until the decode is finished.
+    float Duration() const override;
+    unsigned int ChannelCount() const override;
+    double SampleRate() const override;
+    std::string Path() override;
+
+    Stage stage() const noexcept override;
+
+Q_SIGNALS:
+    /// Emitted once, when the decoder has finished.
+    void isReady();
+
+private:
+    void onBufferReady_();
+    void onError_(QAudioDecoder::Error error) const;
+    void onFinished_();
+};
+
+} // namespace vemo::audio
