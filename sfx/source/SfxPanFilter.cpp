@@ -1,6 +1,8 @@
 #include <sfx/source/SfxPanFilter.h>
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 
 #include "SampleKernel.h"
 
@@ -13,26 +15,18 @@ inline std::int16_t scaled(std::int16_t sample, float gain) {
     return static_cast<std::int16_t>(truncated(value));
 }
 
-SFX_KERNEL void scaleAll(std::int16_t* samples, std::int64_t count, float gain) {
-    for (std::int64_t i = 0; i < count; ++i) {
-        samples[i] = scaled(samples[i], gain);
-    }
-}
+// Holds whole frames of 1, 2, 3, 4, 6 and 8 channels, and whole vectors.
+constexpr std::size_t kPattern = 48;
 
-SFX_KERNEL void scaleStereo(std::int16_t* samples, std::int64_t frames, float left, float right) {
-    for (std::int64_t f = 0; f < frames; ++f) {
-        samples[2 * f] = scaled(samples[2 * f], left);
-        samples[2 * f + 1] = scaled(samples[2 * f + 1], right);
-    }
-}
-
-void scaleSurround(std::int16_t* samples, std::int64_t frames, unsigned int channels, float first,
-                   float others) {
-    for (std::int64_t f = 0; f < frames; ++f, samples += channels) {
-        samples[0] = scaled(samples[0], first);
-        for (unsigned int c = 1; c < channels; ++c) {
-            samples[c] = scaled(samples[c], others);
+SFX_KERNEL void scaleByPattern(std::int16_t* samples, std::size_t count, const float* gains) {
+    std::size_t i = 0;
+    for (; i + kPattern <= count; i += kPattern) {
+        for (std::size_t j = 0; j < kPattern; ++j) {
+            samples[i + j] = scaled(samples[i + j], gains[j]);
         }
+    }
+    for (; i < count; ++i) {
+        samples[i] = scaled(samples[i], gains[i % kPattern]);
     }
 }
 
@@ -45,15 +39,22 @@ void SfxPanFilter::apply(std::int16_t* samples, std::int64_t frames, unsigned in
     if (frames < 1 || channels == 0) {
         return;
     }
-    const float first = 1.0F - pan_;
-    if (channels == 1) {
-        scaleAll(samples, frames, first);
-    } else if (channels == 2) {
-        scaleStereo(samples, frames, first, pan_);
-    } else {
-        // Every channel after the first counts as right, rear and centre too; meant so.
-        scaleSurround(samples, frames, channels, first, pan_);
+    const auto count = static_cast<std::size_t>(frames) * channels;
+    // Every channel after the first counts as right, rear and centre too; meant so.
+    const auto gain = [this, channels](std::size_t i) {
+        return i % channels == 0 ? 1.0F - pan_ : pan_;
+    };
+    if (kPattern % channels != 0) {
+        for (std::size_t i = 0; i < count; ++i) {
+            samples[i] = scaled(samples[i], gain(i));
+        }
+        return;
     }
+    std::array<float, kPattern> gains;
+    for (std::size_t i = 0; i < kPattern; ++i) {
+        gains[i] = gain(i);
+    }
+    scaleByPattern(samples, count, gains.data());
 }
 
 } // namespace vemo::audio

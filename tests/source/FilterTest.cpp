@@ -129,7 +129,7 @@ TEST(SfxReverbFilter, returnsFullScaleAsNearSilence) {
 TEST(SfxPanFilter, scalesFirstChannelAgainstAllOthers) {
     for (const float pan : {0.0F, 0.25F, 0.499F, 1.0F, 2.0F, -3.5F}) {
         SfxPanFilter filter(recordWith(0.0F, pan), nullptr);
-        for (const unsigned int channels : {1U, 2U, 6U}) {
+        for (const unsigned int channels : {1U, 2U, 5U, 6U}) {
             const Samples before = loudNoise(1027 * channels, channels);
             Samples samples = before;
             filter.apply(samples.data(), 1027, channels);
