@@ -15,6 +15,8 @@
 
 namespace vemo::audio {
 
+class PlayerState;
+
 /// Plays one record on the default output through QAudioSink. Each Play() is a playback of its own
 /// on a thread of the playback pool.
 ///
@@ -63,8 +65,7 @@ Q_SIGNALS:
     void fadeCancellationRequested();
 
 private:
-    class Impl;
-    std::unique_ptr<Impl> impl_;
+    std::unique_ptr<PlayerState> state_;
 };
 
 } // namespace vemo::audio
