@@ -21,7 +21,7 @@ endif()
 add_compile_definitions(QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII)
 
 if(SFX_SANITIZE)
-    add_compile_options(-fsanitize=${SFX_SANITIZE} -fno-omit-frame-pointer -g)
+    add_compile_options(-fsanitize=${SFX_SANITIZE} -fno-omit-frame-pointer -g -O1)
     add_link_options(-fsanitize=${SFX_SANITIZE})
     if(SFX_SANITIZE MATCHES "undefined")
         add_compile_options(-fno-sanitize-recover=undefined)
