@@ -56,7 +56,7 @@ Q_SIGNALS:
     void cancelSfx(bool isUrgent);
     /// Carries the record's event id. From a pool thread, once when a playback ends and once more
     /// when a stopping fade ends.
-    void sfxFinished(QString eventId);
+    void sfxFinished(QString);
     void sfxFileRequested(const std::string& effectId,
                           std::promise<const SfxFileInterface*>& sfxFile);
     void fadeRequested(VolumeType volume, FadeType duration, bool stopAfterFade);
