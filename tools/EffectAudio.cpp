@@ -1,6 +1,5 @@
 #include "EffectAudio.h"
 
-#include <algorithm>
 #include <cstring>
 #include <fstream>
 #include <stdexcept>
@@ -13,9 +12,7 @@ namespace vemo::tool {
 namespace {
 
 constexpr std::size_t PAGE_HEADER = 27;
-constexpr std::size_t FLAGS_AT = 5;
 constexpr std::size_t SEGMENTS_AT = 26;
-constexpr unsigned char END_OF_STREAM = 0x04;
 
 bool startsPage(const std::vector<unsigned char>& bytes, std::size_t at) {
     return at + PAGE_HEADER <= bytes.size() && std::memcmp(bytes.data() + at, "OggS", 4) == 0;
@@ -24,34 +21,6 @@ bool startsPage(const std::vector<unsigned char>& bytes, std::size_t at) {
 /// Offset of the page's body; past the end of `bytes` when the header is cut off.
 std::size_t bodyOf(const std::vector<unsigned char>& bytes, std::size_t page) {
     return page + PAGE_HEADER + bytes[page + SEGMENTS_AT];
-}
-
-// A decoder plays what there is of a stream that was cut between two pages and sees no fault, so
-// the pages are walked here to their end mark.
-void checkPages(const std::vector<unsigned char>& bytes) {
-    std::size_t page = 0;
-    bool ended = false;
-    while (page < bytes.size()) {
-        if (bytes.size() - page < PAGE_HEADER) {
-            throw std::runtime_error("truncated: the last page is cut off");
-        }
-        if (!startsPage(bytes, page)) {
-            throw std::runtime_error("damaged: no Ogg page at byte " + std::to_string(page));
-        }
-        const std::size_t body = bodyOf(bytes, page);
-        std::size_t next = body;
-        for (std::size_t lace = page + PAGE_HEADER; lace < std::min(body, bytes.size()); ++lace) {
-            next += bytes[lace];
-        }
-        if (next > bytes.size()) {
-            throw std::runtime_error("truncated: the last page is cut off");
-        }
-        ended = (bytes[page + FLAGS_AT] & END_OF_STREAM) != 0;
-        page = next;
-    }
-    if (!ended) {
-        throw std::runtime_error("truncated: the stream's last page is missing");
-    }
 }
 
 } // namespace
@@ -99,10 +68,12 @@ EffectAudio decodeVorbis(std::vector<unsigned char>& bytes) {
     if (!isOggVorbis(bytes)) {
         throw std::runtime_error("not Ogg Vorbis");
     }
-    checkPages(bytes);
     vemo_audio::OggVorbisDecoder decoder(bytes.data(), static_cast<std::int64_t>(bytes.size()));
     EffectAudio audio;
     audio.pcm = decoder.Decode();
+    if (decoder.Damaged()) {
+        throw std::runtime_error("damaged or cut off");
+    }
     audio.channels = decoder.ChannelCount();
     audio.rate = decoder.SampleRate();
     if (audio.seconds() <= 0.0) {
