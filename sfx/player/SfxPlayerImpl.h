@@ -15,6 +15,8 @@
 
 namespace vemo::audio {
 
+class PlayerState;
+
 /// Plays one record on the default output through QAudioSink. Each Play() is a playback of its own
 /// on a thread of the playback pool.
 ///
@@ -54,7 +56,7 @@ Q_SIGNALS:
     void cancelSfx(bool isUrgent);
     /// Carries the record's event id. From a pool thread, once when a playback ends and once more
     /// when a stopping fade ends.
-    void sfxFinished(QString eventId);
+    void sfxFinished(QString);
     void sfxFileRequested(const std::string& effectId,
                           std::promise<const SfxFileInterface*>& sfxFile);
     void fadeRequested(VolumeType volume, FadeType duration, bool stopAfterFade);
@@ -63,8 +65,7 @@ Q_SIGNALS:
     void fadeCancellationRequested();
 
 private:
-    class Impl;
-    std::unique_ptr<Impl> impl_;
+    std::unique_ptr<PlayerState> state_;
 };
 
 } // namespace vemo::audio

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include <sfx/export.h>
 
 namespace vemo::audio {
@@ -12,6 +14,9 @@ public:
 
     /// Any thread. Once it has answered Ready, every accessor of the file sees the decoded values.
     virtual Stage stage() const noexcept = 0;
+
+    /// Why the decode failed, naming the file; empty unless stage() is Failed. Any thread.
+    virtual std::string failure() const = 0;
 
 protected:
     ~DecodeState() = default;

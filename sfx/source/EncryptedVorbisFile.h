@@ -18,9 +18,7 @@ namespace vemo::audio {
 /// A file that cannot be read or decoded stays empty for good, emits nothing, and answers Failed
 /// from stage(). The accessors may be called from any thread; the object is destroyed on the
 /// thread it lives in, at any time: a decode under way is not waited for.
-class SFX_EXPORT EncryptedVorbisFile : public QObject,
-                                       public SfxFileInterface,
-                                       public DecodeState {
+class SFX_EXPORT EncryptedVorbisFile : public QObject, public SfxFileInterface, public DecodeState {
     Q_OBJECT
 
 public:
@@ -38,6 +36,7 @@ public:
     std::string Path() override;
 
     Stage stage() const noexcept override;
+    std::string failure() const override;
 
 Q_SIGNALS:
     /// Emitted once, from a pool thread, when the PCM is complete.

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <list>
 #include <memory>
 
+#include <QAudioFormat>
 #include <QIODevice>
 
 #include <sfx/export.h>
@@ -26,8 +28,7 @@ public:
     /// Without a file the stream makes an EncryptedVorbisFile on the record's effect path, which
     /// lives for the rest of the process. A given file stays the caller's and must outlive the
     /// stream.
-    SfxAudioStream(std::shared_ptr<sfx::SfxDto> sfx, const SfxFileInterface* file,
-                   QObject* parent);
+    SfxAudioStream(std::shared_ptr<sfx::SfxDto> sfx, const SfxFileInterface* file, QObject* parent);
     ~SfxAudioStream() override;
 
     /// Only QIODevice::ReadOnly is accepted. The file's PCM is taken at this moment; a file that
@@ -47,6 +48,22 @@ public:
 protected:
     qint64 readData(char* data, qint64 maxSize) override;
     qint64 writeData(const char* data, qint64 size) override;
+
+private:
+    qint64 FilterData_(char* data, qint64 maxSize, qint64 offset);
+    void applyFilters_(char* data, std::size_t frames, unsigned int channels);
+    bool rewindAtEnd_();
+
+    std::uint32_t repeatsLeft_ = 0;
+    const char* current_ = nullptr;
+    const char* begin_ = nullptr;
+    const char* end_ = nullptr;
+    std::list<std::shared_ptr<SfxAudioFilterInterface>> filters_;
+    std::shared_ptr<sfx::SfxDto> sfx_;
+    const SfxFileInterface* file_;
+    QAudioFormat::SampleFormat sampleFormat_ = QAudioFormat::Int16;
+    unsigned int sampleBytes_ = 2;
+    std::array<std::int16_t, 16384> scratch_{};
 };
 
 } // namespace vemo::audio

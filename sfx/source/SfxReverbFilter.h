@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -22,8 +24,12 @@ public:
     void apply(std::int16_t* samples, std::int64_t frames, unsigned int channels) override;
 
 private:
+    void fitTo_(unsigned int channels);
+    void mixIn_(std::int16_t* samples, std::size_t begin, std::size_t end, const float* ramp);
+
     float mix_;
     std::vector<std::int16_t> delayLine_;
+    std::vector<float> ramps_;
 };
 
 } // namespace vemo::audio

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <utility>
@@ -26,6 +27,8 @@ public:
 
     /// Format of the PCM; invalid until the first buffer has arrived.
     QAudioFormat Format() const;
+    /// Bytes of PCM received so far; tells a slow decode from one that is stuck. Any thread.
+    std::uint64_t DecodedBytes() const noexcept;
 
     std::pair<const char*, const char*> Read() override;
     /// Real playing time in seconds; 0 until the decode is finished.
@@ -35,6 +38,7 @@ public:
     std::string Path() override;
 
     Stage stage() const noexcept override;
+    std::string failure() const override;
 
 Q_SIGNALS:
     /// Emitted once, when the decoder has finished.
@@ -44,6 +48,9 @@ private:
     void onBufferReady_();
     void onError_(QAudioDecoder::Error error) const;
     void onFinished_();
+
+    struct Data;
+    std::unique_ptr<Data> data_;
 };
 
 } // namespace vemo::audio

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <condition_variable>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+
+#include <QFuture>
+#include <QMetaObject>
+
+#include <sfx/player/PlayerState.h>
+#include <sfx/player/SfxPlayerImpl.h>
+#include <sfx/player/SinkLink.h>
+
+namespace vemo::audio {
+
+class PullDevice;
+class SinkStage;
+
+/// One playback of a player, from Play() to the end. It comes into being on the caller's thread
+/// with its connections made, so that no stop or fade that follows Play() is lost, and runs on a
+/// thread of the playback pool, where sink, stream and event loop live (SinkStage).
+///
+/// It ends exactly once: sfxFinished is emitted, then the player's count goes down, whoever ends
+/// it: its own thread, a stop before that thread has come, or the supervisor when the audio
+/// system holds the thread for ever.
+class Playback : public std::enable_shared_from_this<Playback> {
+public:
+    /// Connects to the player and counts itself in.
+    static std::shared_ptr<Playback> Create(SfxPlayerImpl& player, PlayerState& state);
+    Playback(SfxPlayerImpl& player, PlayerState& state);
+    Playback(const Playback&) = delete;
+    Playback& operator=(const Playback&) = delete;
+    ~Playback();
+
+    /// The whole playback, on a pool thread.
+    void Run();
+    /// Ends without a fade. Any thread.
+    void EndAtOnce();
+
+    /// Counts up as long as the playback's thread is alive and well. Any thread.
+    std::uint64_t Beat() const { return beat_.load(std::memory_order_relaxed); }
+    void CountBeat() { beat_.fetch_add(1, std::memory_order_relaxed); }
+    bool IsOver() const;
+    /// Ends the playback without its thread, which hangs. On the supervisor's thread.
+    void Abandon();
+
+private:
+    friend class SinkStage;
+
+    enum class Phase { Queued, Preparing, Playing, Finished, Over };
+
+    // The player's signals, on the thread that emits them.
+    void OnStop(bool urgent);
+    void OnFadeRequested(VolumeType volume, FadeType duration, bool stopAfterFade);
+    void OnFade(void (QFuture<void>::*control)());
+
+    void StartStopTask(bool urgent);
+    /// False when a stop came before the sink could start.
+    bool EnterPlaying(const std::shared_ptr<SinkLink>& link, PullDevice& device);
+    bool StopCameEarly() const;
+    void ForgetDevice();
+    /// Announces the end; only the first call does.
+    void Finish();
+    /// Waits for fades and stop work, then takes leave of the player; only the first call does.
+    void Leave();
+    void TaskEnds();
+
+    SfxPlayerImpl& player_;
+    PlayerState& state_;
+    QThreadPool* pool_;
+    std::array<QMetaObject::Connection, 5> connections_;
+
+    mutable std::mutex mutex_;
+    std::condition_variable tasksOver_;
+    Phase phase_ = Phase::Queued;
+    bool stopEarly_ = false;
+    bool leaving_ = false;
+    bool abandoned_ = false;
+    int tasks_ = 0;
+    QFuture<void> fade_;
+    std::shared_ptr<SinkLink> link_;
+    PullDevice* device_ = nullptr;
+    std::atomic<std::uint64_t> beat_ = 0;
+};
+
+} // namespace vemo::audio

@@ -1,0 +1,120 @@
+#include <sfx/source/UserAudioFile.h>
+
+#include <atomic>
+
+#include <QAudioBuffer>
+#include <QByteArray>
+#include <QThread>
+#include <QUrl>
+
+#include <sfx/model/CustomAudioException.h>
+
+namespace vemo::audio {
+
+struct UserAudioFile::Data {
+    QAudioDecoder decoder;
+    float duration = 0.0F;
+    std::string path;
+    QByteArray buffer;
+    QAudioFormat format;
+    std::string failure;
+    std::atomic<std::uint64_t> decodedBytes = 0;
+    std::atomic<Stage> stage = Stage::Decoding;
+
+    void Fail(const std::string& reason) {
+        failure = path + ": " + reason;
+        stage.store(Stage::Failed, std::memory_order_release);
+    }
+};
+
+UserAudioFile::UserAudioFile(std::string path) : data_(std::make_unique<Data>()) {
+    data_->path = std::move(path);
+    connect(&data_->decoder, &QAudioDecoder::bufferReady, this, &UserAudioFile::onBufferReady_);
+    connect(&data_->decoder, qOverload<QAudioDecoder::Error>(&QAudioDecoder::error), this,
+            &UserAudioFile::onError_);
+    connect(&data_->decoder, &QAudioDecoder::finished, this, &UserAudioFile::onFinished_);
+    data_->decoder.setSource(QUrl(QString::fromStdString(data_->path)));
+    data_->decoder.start();
+}
+
+UserAudioFile::~UserAudioFile() = default;
+
+void UserAudioFile::onBufferReady_() {
+    const QAudioBuffer received = data_->decoder.read();
+    if (!received.isValid())
+        return;
+    data_->buffer.append(received.constData<char>(), received.byteCount());
+    data_->format = received.format();
+    data_->decodedBytes.store(static_cast<std::uint64_t>(data_->buffer.size()),
+                              std::memory_order_relaxed);
+}
+
+void UserAudioFile::onError_(QAudioDecoder::Error error) const {
+    const std::string message =
+        "Error decoding audio file: " + std::to_string(static_cast<int>(error));
+    data_->Fail(message);
+    throw vemo::sfx::CustomAudioException("warning", message);
+}
+
+void UserAudioFile::onFinished_() {
+    if (stage() != Stage::Decoding)
+        return;
+    // Some files end their decode without a single buffer.
+    if (!data_->format.isValid()) {
+        data_->Fail("the decoder found no sound in it");
+        return;
+    }
+    const qint64 milliseconds = data_->decoder.duration();
+    const double seconds =
+        milliseconds > 0
+            ? static_cast<double>(milliseconds) / 1000.0
+            : static_cast<double>(data_->format.durationForBytes(
+                  static_cast<qint32>(data_->format.bytesPerFrame()))) /
+                  1e6 * (static_cast<double>(data_->buffer.size()) / data_->format.bytesPerFrame());
+    data_->duration = static_cast<float>(seconds);
+    data_->stage.store(Stage::Ready, std::memory_order_release);
+    Q_EMIT isReady();
+}
+
+QAudioFormat UserAudioFile::Format() const {
+    // Until it is ready only the file's own thread may look at what has arrived.
+    return stage() == Stage::Ready || QThread::currentThread() == thread() ? data_->format
+                                                                           : QAudioFormat();
+}
+
+std::uint64_t UserAudioFile::DecodedBytes() const noexcept {
+    return data_->decodedBytes.load(std::memory_order_relaxed);
+}
+
+std::pair<const char*, const char*> UserAudioFile::Read() {
+    if (stage() != Stage::Ready && QThread::currentThread() != thread())
+        return {nullptr, nullptr};
+    const QByteArray& buffer = data_->buffer;
+    return {buffer.constData(), buffer.constData() + buffer.size()};
+}
+
+float UserAudioFile::Duration() const {
+    return stage() == Stage::Ready ? data_->duration : 0.0F;
+}
+
+unsigned int UserAudioFile::ChannelCount() const {
+    return static_cast<unsigned int>(Format().channelCount());
+}
+
+double UserAudioFile::SampleRate() const {
+    return static_cast<double>(Format().sampleRate());
+}
+
+std::string UserAudioFile::Path() {
+    return data_->path;
+}
+
+DecodeState::Stage UserAudioFile::stage() const noexcept {
+    return data_->stage.load(std::memory_order_acquire);
+}
+
+std::string UserAudioFile::failure() const {
+    return stage() == Stage::Failed ? data_->failure : std::string();
+}
+
+} // namespace vemo::audio

@@ -1,0 +1,95 @@
+#include "PlayScreen.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+#include "PcmLevel.h"
+
+namespace vemo::tool {
+
+namespace {
+
+constexpr std::chrono::milliseconds LINE_EVERY{500};
+constexpr std::chrono::milliseconds DRAW_EVERY{60};
+// Long enough for something to be heard, short enough for the shortest effects.
+constexpr std::chrono::milliseconds FIRST_AFTER{100};
+
+std::string bar(double level) {
+    constexpr int WIDTH = 12;
+    constexpr double FLOOR_DB = -48.0;
+    const double decibel = level > 0.0 ? 20.0 * std::log10(level) : FLOOR_DB;
+    const int filled =
+        std::clamp(static_cast<int>(std::lround((1.0 - decibel / FLOOR_DB) * WIDTH)), 0, WIDTH);
+    std::string text(WIDTH, '.');
+    std::fill_n(text.begin(), filled, '#');
+    return text;
+}
+
+std::string lengthText(PlayVoice& voice) {
+    const auto all = voice.allSeconds();
+    return all ? secondsText(*all) : "without end";
+}
+
+std::string statusText(PlayVoice& voice) {
+    const double level = voice.level();
+    std::string text = voice.effect().id + "  " + secondsText(voice.elapsed());
+    text += voice.allSeconds() ? " of " : ", ";
+    text += lengthText(voice) + "  " + bar(level) + " " + decibelText(level);
+    return text + (voice.stopped() ? "  fading out" : "");
+}
+
+std::string settingsText(const audio::sfx::SfxDto& record) {
+    std::string text;
+    const auto add = [&text](const char* what, double value, double usual, const char* unit) {
+        if (std::abs(value - usual) > 1e-6) {
+            char number[32];
+            std::snprintf(number, sizeof number, "%g", value);
+            text += std::string(", ") + what + " " + number + unit;
+        }
+    };
+    add("volume", record.volume(), 1.0, "");
+    add("pan", record.pan(), 0.5, "");
+    add("reverb", record.reverb(), 0.0, "");
+    add("fade-in", record.fadeIn(), 0.0, " ms");
+    if (record.repeats() > 0) {
+        add("repeats", record.repeats(), 0.0, "");
+    }
+    return text;
+}
+
+} // namespace
+
+std::chrono::milliseconds PlayScreen::interval_() const {
+    return terminal_.interactive() ? DRAW_EVERY : LINE_EVERY;
+}
+
+void PlayScreen::started(PlayVoice& voice) {
+    terminal_.line("playing " + voice.effect().id + " (" + voice.effect().name + "), " +
+                   lengthText(voice) + settingsText(voice.record()));
+    lastLine_ = std::chrono::steady_clock::now() - interval_() + FIRST_AFTER;
+}
+
+void PlayScreen::playing(const std::vector<PlayVoice*>& voices) {
+    const auto now = std::chrono::steady_clock::now();
+    if (now - lastLine_ < interval_()) {
+        return;
+    }
+    lastLine_ = now;
+    std::string together;
+    for (PlayVoice* voice : voices) {
+        if (terminal_.interactive()) {
+            together += (together.empty() ? "" : " | ") + statusText(*voice);
+        } else {
+            terminal_.line("  " + statusText(*voice));
+        }
+    }
+    terminal_.progress(together);
+}
+
+void PlayScreen::ended(PlayVoice& voice) {
+    terminal_.line((voice.stopped() ? "stopped " : "finished ") + voice.effect().id + " after " +
+                   secondsText(voice.elapsed()));
+}
+
+} // namespace vemo::tool

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+
+namespace vemo::tool {
+
+/// Shows the progress of a command: on a terminal one line that is drawn over and over, elsewhere
+/// nothing, so that logs hold whole lines only. Lasting lines go to stdout.
+class Terminal {
+public:
+    Terminal();
+    ~Terminal();
+
+    Terminal(const Terminal&) = delete;
+    Terminal& operator=(const Terminal&) = delete;
+
+    bool interactive() const { return interactive_; }
+    /// Draws the line that the next one replaces.
+    void progress(const std::string& text);
+    /// Writes a line that stays.
+    void line(const std::string& text);
+
+private:
+    void wipe_();
+
+    bool interactive_;
+    bool drawn_ = false;
+};
+
+/// A line on stderr, headed with the program's name.
+void complain(const std::string& text);
+
+/// For example "1.25 s".
+std::string secondsText(double seconds);
+
+} // namespace vemo::tool

@@ -1,0 +1,76 @@
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
+
+#include <QCoreApplication>
+
+#include "Commands.h"
+#include "LibraryLog.h"
+#include "Terminal.h"
+
+namespace vemo::tool {
+
+namespace {
+
+constexpr char DESCRIPTION[] =
+    "Sound effects at the command line: make an install folder, check it, list it, play from it.";
+
+constexpr char EXIT_CODES[] =
+    "Exit codes:\n"
+    "  0    done\n"
+    "  1    a check failed: faults found, an input refused, output that cannot be written\n"
+    "  2    usage: an unknown option, a value out of range\n"
+    "  3    no install at that place, or a manifest that cannot be used\n"
+    "  4    unknown effect\n"
+    "  5    no audio output device, or the playback broke off\n"
+    "  130  interrupted (SIGINT, SIGTERM)\n";
+
+ExitCode run(int argc, char** argv) {
+    CLI::App app(DESCRIPTION, "vemo-sfx");
+    app.footer(EXIT_CODES);
+    app.set_version_flag("--version", "vemo-sfx " VEMO_SFX_VERSION);
+    app.add_flag_callback("--verbose", showLog, "Show the log of Qt and of the library on stderr");
+    app.require_subcommand(1);
+    app.fallthrough();
+    Command command;
+    addPackCommand(app, command);
+    addVerifyCommand(app, command);
+    addListCommand(app, command);
+    addPlayCommand(app, command);
+    addDevicesCommand(app, command);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == 0) {
+            app.exit(error);
+            return ExitCode::Ok;
+        }
+        throw ToolError(ExitCode::Usage, error.what() + std::string(" (--help shows the usage)"));
+    }
+    return command();
+}
+
+} // namespace
+
+} // namespace vemo::tool
+
+int main(int argc, char** argv) {
+    using namespace vemo::tool;
+    takeOverLog();
+    // Lives until the end: see below.
+    [[maybe_unused]] auto* application = new QCoreApplication(argc, argv);
+    ExitCode code = ExitCode::Refused;
+    try {
+        code = run(argc, argv);
+    } catch (const ToolError& error) {
+        complain(error.what());
+        code = error.code();
+    } catch (const std::exception& error) {
+        complain(error.what());
+    }
+    std::cout.flush();
+    std::fflush(nullptr);
+    // The sound server's client library crashes now and then when its static objects are destroyed
+    // soon after playing, so they are not.
+    std::quick_exit(static_cast<int>(code));
+}
