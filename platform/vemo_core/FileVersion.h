@@ -20,7 +20,7 @@ public:
     std::uint8_t Major() const;
     std::uint8_t Minor() const;
 
-    auto operator<=>(const FileVersion&) const = default;
+    auto operator<=>(const FileVersion&) const = default; // NOLINT(modernize-use-nullptr)
 
 private:
     std::uint8_t major_ = 0;

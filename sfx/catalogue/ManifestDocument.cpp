@@ -19,7 +19,7 @@ namespace vemo::sfx {
 namespace {
 
 // Far above any catalogue; it bounds the memory that the parsed document may take.
-constexpr std::uintmax_t kLargestFile = 32U * 1024U * 1024U;
+constexpr std::uintmax_t kLargestFile = std::uintmax_t{32} << 20U;
 constexpr int kDeepestNesting = 64;
 // A declared count up to this is taken at its word, however small the file is.
 constexpr std::uintmax_t kUnquestionedCount = 65536;

@@ -125,6 +125,7 @@ public:
     SfxDto build();
 
 private:
+    /// What a well-formed record is; nothing asks, since build() takes any.
     bool valid() const;
 
     std::string name_;

@@ -115,7 +115,7 @@ SfxDto SfxDto::SfxDtoBuilder::build() {
             eventId_};
 }
 
-// What a well-formed record is; build() takes any. A NaN passes.
+// A NaN passes.
 bool SfxDto::SfxDtoBuilder::valid() const {
     return !name_.empty() && !outputPath_.empty() && !effectId_.empty() && !effectPath_.empty() &&
            !activeIntervals_.empty() && effectIdIndex_ >= 0 && !(volume_ < 0.0F) &&
