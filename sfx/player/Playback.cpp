@@ -4,7 +4,7 @@
 
 #include <QPromise>
 #include <QThreadPool>
-#include <QtConcurrent>
+#include <QtConcurrentRun>
 
 #include <sfx/player/Fade.h>
 #include <sfx/player/Log.h>
