@@ -43,6 +43,9 @@ public:
     double SampleRate() const override { return Ready() ? rate_ : 0; }
     std::string Path() override { return path_; }
     Stage stage() const noexcept override { return stage_.load(std::memory_order_acquire); }
+    std::string failure() const override {
+        return stage() == Stage::Failed ? path_ + ": made to fail" : std::string();
+    }
 
 private:
     bool Ready() const { return stage() == Stage::Ready; }

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QThread>
 
+#include <csignal>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -165,6 +166,14 @@ void PulseServer::Kill() {
         sink.awake->waitForFinished();
     }
     sinks_.clear();
+}
+
+void PulseServer::Freeze() {
+    ::kill(static_cast<pid_t>(daemon_.processId()), SIGSTOP);
+}
+
+void PulseServer::Thaw() {
+    ::kill(static_cast<pid_t>(daemon_.processId()), SIGCONT);
 }
 
 QByteArray PulseServer::Pactl(const QStringList& arguments) const {

@@ -46,6 +46,9 @@ public:
     void RemoveSink(const std::string& name);
     /// SIGKILL, as when the audio server crashes. Returns when it is dead.
     void Kill();
+    /// SIGSTOP, as when the audio server hangs, and SIGCONT.
+    void Freeze();
+    void Thaw();
     /// Runs `pactl` on this server and returns its output. Throws std::runtime_error with its
     /// complaint if it fails.
     QByteArray Pactl(const QStringList& arguments) const;
