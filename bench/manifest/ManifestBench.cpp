@@ -36,7 +36,7 @@ void PerEffect(benchmark::State& state) {
 void Load(benchmark::State& state) {
     const InstallFolder install;
     Fill(install, state.range(0));
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         const vemo::sfx::SfxManifest manifest;
         if (!manifest.HasEffectId(Id(state.range(0) - 1))) {
             state.SkipWithError("the last effect is not in the catalogue");
@@ -54,7 +54,7 @@ void LookUpAll(benchmark::State& state) {
     for (std::int64_t i = 0; i < state.range(0); ++i) {
         ids.push_back(Id(i));
     }
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         for (const std::string& id : ids) {
             benchmark::DoNotOptimize(manifest.type(id));
             benchmark::DoNotOptimize(manifest.path(id));

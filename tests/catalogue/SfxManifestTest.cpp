@@ -1,3 +1,4 @@
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -42,9 +43,9 @@ TEST(SfxManifest, answersIdsPathsTypesAndNames) {
     EXPECT_EQ(manifest.type("rain"), vemo::audio::AMBIENT);
     EXPECT_EQ(manifest.path("rain"), install.Text("rain.sfx"));
 
-    const SfxManifest copy = manifest;
-    EXPECT_TRUE(copy.HasEffectId("rain"));
-    EXPECT_FALSE(copy.HasEffectId("Rain"));
+    const auto copy = std::make_unique<SfxManifest>(manifest);
+    EXPECT_TRUE(copy->HasEffectId("rain"));
+    EXPECT_FALSE(copy->HasEffectId("Rain"));
     EXPECT_EQ(manifest.path("Rain"), std::nullopt);
     EXPECT_EQ(manifest.type("Rain"), std::nullopt);
     EXPECT_EQ(manifest.displayName("Rain"), std::nullopt);
