@@ -26,6 +26,10 @@ if(SFX_SANITIZE)
     if(SFX_SANITIZE MATCHES "undefined")
         add_compile_options(-fno-sanitize-recover=undefined)
     endif()
+    if(SFX_SANITIZE MATCHES "thread" AND NOT CMAKE_PREFIX_PATH)
+        message(WARNING "CMAKE_PREFIX_PATH names no Qt built with ThreadSanitizer (scripts/lib/qt-tsan "
+            "builds one): every queued signal will look like a race")
+    endif()
 endif()
 
 # Warnings of this project's own code; linked privately, so they never reach a host.

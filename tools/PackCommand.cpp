@@ -115,6 +115,7 @@ void addPackCommand(CLI::App& app, Command& chosen) {
         ->required();
     command->add_option("--out", options->out, "The install folder to make")
         ->required()
+        ->check([](const std::string& text) { return text.empty() ? std::string("is empty") : ""; })
         ->type_name("FOLDER");
     command
         ->add_option(

@@ -1,10 +1,11 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
+#include <cstdio>
 #include <span>
 #include <string>
 
@@ -39,10 +40,9 @@ inline std::string decibelText(double amplitude) {
     if (amplitude < SILENT) {
         return "silent";
     }
-    const double tenths = std::round(200.0 * std::log10(amplitude));
-    const auto whole = static_cast<int>(std::abs(tenths));
-    return (tenths < 0 ? "-" : "") + std::to_string(whole / 10) + "." + std::to_string(whole % 10) +
-           " dB";
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "%.1f dB", 20.0 * std::log10(amplitude));
+    return text.data();
 }
 
 } // namespace vemo::tool

@@ -6,6 +6,7 @@
 // and RMS over that stretch. Exit code 1 when the recording is silent.
 
 #include <charconv>
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <iomanip>

@@ -12,6 +12,8 @@ namespace {
 
 constexpr std::chrono::milliseconds LINE_EVERY{500};
 constexpr std::chrono::milliseconds DRAW_EVERY{60};
+// Long enough for something to be heard, short enough for the shortest effects.
+constexpr std::chrono::milliseconds FIRST_AFTER{100};
 
 std::string bar(double level) {
     constexpr int WIDTH = 12;
@@ -19,8 +21,9 @@ std::string bar(double level) {
     const double decibel = level > 0.0 ? 20.0 * std::log10(level) : FLOOR_DB;
     const int filled =
         std::clamp(static_cast<int>(std::lround((1.0 - decibel / FLOOR_DB) * WIDTH)), 0, WIDTH);
-    return "[" + std::string(static_cast<std::size_t>(filled), '#') +
-           std::string(static_cast<std::size_t>(WIDTH - filled), '.') + "]";
+    std::string text(WIDTH, '.');
+    std::fill_n(text.begin(), filled, '#');
+    return text;
 }
 
 std::string lengthText(PlayVoice& voice) {
@@ -30,8 +33,10 @@ std::string lengthText(PlayVoice& voice) {
 
 std::string statusText(PlayVoice& voice) {
     const double level = voice.level();
-    return voice.effect().id + "  " + secondsText(voice.elapsed()) + " of " + lengthText(voice) +
-           "  " + bar(level) + " " + decibelText(level) + (voice.stopped() ? "  fading out" : "");
+    std::string text = voice.effect().id + "  " + secondsText(voice.elapsed());
+    text += voice.allSeconds() ? " of " : ", ";
+    text += lengthText(voice) + "  " + bar(level) + " " + decibelText(level);
+    return text + (voice.stopped() ? "  fading out" : "");
 }
 
 std::string settingsText(const audio::sfx::SfxDto& record) {
@@ -55,14 +60,19 @@ std::string settingsText(const audio::sfx::SfxDto& record) {
 
 } // namespace
 
+std::chrono::milliseconds PlayScreen::interval_() const {
+    return terminal_.interactive() ? DRAW_EVERY : LINE_EVERY;
+}
+
 void PlayScreen::started(PlayVoice& voice) {
     terminal_.line("playing " + voice.effect().id + " (" + voice.effect().name + "), " +
                    lengthText(voice) + settingsText(voice.record()));
+    lastLine_ = std::chrono::steady_clock::now() - interval_() + FIRST_AFTER;
 }
 
 void PlayScreen::playing(const std::vector<PlayVoice*>& voices) {
     const auto now = std::chrono::steady_clock::now();
-    if (now - lastLine_ < (terminal_.interactive() ? DRAW_EVERY : LINE_EVERY)) {
+    if (now - lastLine_ < interval_()) {
         return;
     }
     lastLine_ = now;

@@ -20,6 +20,8 @@ public:
     void clear() { terminal_.progress(""); }
 
 private:
+    std::chrono::milliseconds interval_() const;
+
     Terminal terminal_;
     std::chrono::steady_clock::time_point lastLine_{};
 };

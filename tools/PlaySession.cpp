@@ -6,6 +6,7 @@
 #include <QThread>
 
 #include "EffectAudio.h"
+#include "LibraryLog.h"
 
 namespace vemo::tool {
 
@@ -109,12 +110,16 @@ void PlaySession::tick_() {
 }
 
 void PlaySession::endOne_(PlayVoice& voice) {
-    screen_.ended(voice);
+    const std::string fault = playbackFault();
+    if (!fault.empty() && !Interrupt::requested()) {
+        throw ToolError(ExitCode::NoAudio, voice.effect().id + ": " + fault);
+    }
     const auto all = voice.allSeconds();
     if (!voice.stopped() && (!all || voice.elapsed() + MOST_AHEAD_SECONDS < *all)) {
         throw ToolError(ExitCode::NoAudio, voice.effect().id + ": the playback broke off after " +
                                                secondsText(voice.elapsed()));
     }
+    screen_.ended(voice);
 }
 
 void PlaySession::checkOverdue_(PlayVoice& voice) const {

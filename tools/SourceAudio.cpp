@@ -70,7 +70,8 @@ struct Memory {
     }
 };
 
-void copyFrames(SNDFILE* from, SNDFILE* to, int channels, const std::function<void()>& checkpoint) {
+void copyFrames(SNDFILE* from, SNDFILE* to, int channels, const std::function<void()>& checkpoint,
+                const std::string& refused) {
     std::vector<float> frames(static_cast<std::size_t>(CHUNK_FRAMES * channels));
     for (;;) {
         checkpoint();
@@ -83,7 +84,7 @@ void copyFrames(SNDFILE* from, SNDFILE* to, int channels, const std::function<vo
             throw std::runtime_error("holds samples that are not numbers");
         }
         if (sf_writef_float(to, frames.data(), count) != count) {
-            throw soundError("cannot be encoded", to);
+            throw soundError(refused, to);
         }
     }
     if (sf_error(from) != SF_ERR_NO_ERROR) {
@@ -108,15 +109,16 @@ std::vector<unsigned char> encode(std::vector<unsigned char> source,
     format.samplerate = info.samplerate;
     format.channels = info.channels;
     format.format = SF_FORMAT_OGG | SF_FORMAT_VORBIS;
+    const std::string refused = "cannot be encoded at " + std::to_string(info.samplerate) +
+                                " Hz with " + std::to_string(info.channels) +
+                                (info.channels == 1 ? " channel" : " channels");
     Sound writer(sf_open_virtual(Memory::calls(), SFM_WRITE, &format, &out));
     if (!writer) {
-        throw soundError("cannot be encoded at " + std::to_string(info.samplerate) + " Hz with " +
-                             std::to_string(info.channels) + " channels",
-                         nullptr);
+        throw soundError(refused, nullptr);
     }
     double quality = VBR_QUALITY;
     sf_command(writer.get(), SFC_SET_VBR_ENCODING_QUALITY, &quality, sizeof quality);
-    copyFrames(reader.get(), writer.get(), info.channels, checkpoint);
+    copyFrames(reader.get(), writer.get(), info.channels, checkpoint, refused);
     writer.reset();
     return std::move(out.bytes);
 }

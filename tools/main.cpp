@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 
 #include "Commands.h"
+#include "LibraryLog.h"
 #include "Terminal.h"
 
 namespace vemo::tool {
@@ -24,20 +25,12 @@ constexpr char EXIT_CODES[] =
     "  5    no audio output device, or the playback broke off\n"
     "  130  interrupted (SIGINT, SIGTERM)\n";
 
-bool verbose = false;
-
-void onLogMessage(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-    if (verbose) {
-        std::cerr << qFormatLogMessage(type, context, message).toStdString() << '\n';
-    }
-}
-
 ExitCode run(int argc, char** argv) {
     CLI::App app(DESCRIPTION, "vemo-sfx");
     app.footer(EXIT_CODES);
     app.set_version_flag("--version", "vemo-sfx " VEMO_SFX_VERSION);
-    app.add_flag("--verbose", verbose, "Show the log of Qt and of the library on stderr");
-    app.require_subcommand(1);
+    app.add_flag_callback("--verbose", showLog, "Show the log of Qt and of the library on stderr");
+    app.require_subcommand(0, 1);
     app.fallthrough();
     Command command;
     addPackCommand(app, command);
@@ -54,6 +47,9 @@ ExitCode run(int argc, char** argv) {
         }
         throw ToolError(ExitCode::Usage, error.what() + std::string(" (--help shows the usage)"));
     }
+    if (!command) {
+        throw ToolError(ExitCode::Usage, "a command is needed (--help shows them)");
+    }
     return command();
 }
 
@@ -63,7 +59,7 @@ ExitCode run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     using namespace vemo::tool;
-    qInstallMessageHandler(onLogMessage);
+    takeOverLog();
     // Lives until the end: see below.
     [[maybe_unused]] auto* application = new QCoreApplication(argc, argv);
     ExitCode code = ExitCode::Refused;

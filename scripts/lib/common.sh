@@ -3,6 +3,8 @@ set -euo pipefail
 
 SFX_ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)"
 SFX_CACHE="${SFX_CACHE_DIR:-${XDG_CACHE_HOME:-$HOME/.cache}/sfx}"
+# One cache serves every clone: paths below the tree count as relative.
+export CCACHE_BASEDIR="$SFX_ROOT" CCACHE_NOHASHDIR=1
 
 step() { printf '== %s\n' "$*"; }
 

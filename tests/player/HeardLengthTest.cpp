@@ -1,3 +1,6 @@
+#include <cmath>
+#include <ostream>
+
 #include <gtest/gtest.h>
 
 #include "PlayerHouse.h"
@@ -11,6 +14,11 @@ struct Case {
     int repeats;
     int rate;
     int channels;
+
+    // Keeps the addresses of a raw dump out of the names ctest gives the tests.
+    friend void PrintTo(const Case& effect, std::ostream* out) {
+        *out << effect.ms << " ms, " << effect.repeats << " repeats";
+    }
 };
 
 class HeardLength : public ::testing::TestWithParam<Case> {};
@@ -40,10 +48,11 @@ TEST_P(HeardLength, isTheWholeEffect) {
         EXPECT_NEAR(HeardMs(heard, channel), expected, 5.0);
         ASSERT_EQ(Stretches(heard, channel).size(), 1U) << "a gap on channel " << channel;
         const Stretch sound = *Heard(heard, channel);
-        const std::size_t margin = (sound.end - sound.begin) / 4;
-        EXPECT_NEAR(Rms(heard, channel, {sound.begin + margin, sound.end - margin}),
-                    0.5 / std::sqrt(2.0), 0.02);
-        EXPECT_NEAR(Frequency(heard, channel, sound), 1000.0, 15.0);
+        // Away from the edges, where the server's resampler rings.
+        const std::size_t margin = (sound.end - sound.begin) / 5;
+        const Stretch middle{sound.begin + margin, sound.end - margin};
+        EXPECT_NEAR(Rms(heard, channel, middle), 0.5 / std::sqrt(2.0), 0.02);
+        EXPECT_NEAR(Frequency(heard, channel, middle), 1000.0, 15.0);
     }
     EXPECT_EQ(finished.Count(), 1U);
     EXPECT_EQ(std::get<0>(finished.All().front()), "sfx.1");
@@ -55,9 +64,9 @@ INSTANTIATE_TEST_SUITE_P(Effects, HeardLength,
                                            Case{50, 5, 22050, 1}, Case{500, 0, 44100, 2},
                                            Case{500, 1, 48000, 1}, Case{3000, 0, 44100, 2},
                                            Case{3000, 1, 48000, 2}),
-                         [](const auto& info) {
-                             return std::to_string(static_cast<int>(info.param.ms)) + "ms" +
-                                    std::to_string(info.param.repeats) + "repeats" +
-                                    std::to_string(info.param.rate) + "Hz" +
-                                    std::to_string(info.param.channels) + "ch";
+                         [](const auto& effect) {
+                             return std::to_string(static_cast<int>(effect.param.ms)) + "ms" +
+                                    std::to_string(effect.param.repeats) + "repeats" +
+                                    std::to_string(effect.param.rate) + "Hz" +
+                                    std::to_string(effect.param.channels) + "ch";
                          });

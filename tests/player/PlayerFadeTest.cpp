@@ -23,10 +23,13 @@ protected:
         EXPECT_TRUE(recorder.WaitForSound());
         return *players_.back();
     }
-    // The level heard over the newest 100 ms.
+    // The level heard over the newest 100 ms; full as long as there are not so many.
     static double LevelNow(const Recorder& recorder) {
         const Pcm heard = recorder.Heard();
         const std::size_t window = FramesOf(100, heard.rate);
+        const auto sound = Heard(heard, 0);
+        if (!sound || heard.Frames() - sound->begin < window)
+            return 0.5;
         return Rms(heard, 0, {heard.Frames() - window, heard.Frames()}) * std::sqrt(2.0);
     }
 
@@ -40,6 +43,7 @@ protected:
 TEST_F(PlayerFade, fadesInFromSilence) {
     Recorder recorder;
     Start(recorder, Record().repeats(-1).fadeIn(900).build());
+    ASSERT_TRUE(WaitFor([&] { return LevelNow(recorder) < 0.4; }));
     ASSERT_TRUE(WaitFor([&] { return LevelNow(recorder) > 0.49; }));
     const Pcm heard = recorder.Stop();
     const auto envelope = Envelope(heard, 0, *Heard(heard, 0), 30);

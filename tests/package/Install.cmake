@@ -1,0 +1,4 @@
+file(REMOVE_RECURSE "${STAGED}" "${MOVED}")
+execute_process(COMMAND "${CMAKE_COMMAND}" --install "${BUILD}" --config "${CONFIG}" --prefix "${STAGED}"
+    COMMAND_ERROR_IS_FATAL ANY)
+file(RENAME "${STAGED}" "${MOVED}")

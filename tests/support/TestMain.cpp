@@ -1,0 +1,53 @@
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
+
+#include <QCoreApplication>
+
+#include <gmock/gmock.h>
+
+#include "Sanitizers.h"
+#ifndef _WIN32
+#include "PulseServer.h"
+#endif
+
+#ifdef SFX_TEST_ASAN
+#include <sanitizer/lsan_interface.h>
+#endif
+
+#ifdef SFX_TEST_TSAN
+namespace {
+std::atomic<bool> raceReported = false;
+}
+// NOLINTNEXTLINE(bugprone-reserved-identifier)
+extern "C" __attribute__((visibility("default"))) void __tsan_on_report(void*) {
+    raceReported = true;
+}
+#endif
+
+int main(int argc, char** argv) {
+    ::testing::InitGoogleMock(&argc, argv);
+    QCoreApplication application(argc, argv);
+    int code = RUN_ALL_TESTS();
+#ifndef _WIN32
+    sfx_test::PulseServer::StopShared();
+#endif
+
+    // The pulse client inside Qt crashes now and then in static destruction soon after playing,
+    // and a thread that hangs in a dead server would keep the application's destructor from
+    // returning. So both are left out, and what they would do for the sanitizers is done here.
+#ifdef SFX_TEST_ASAN
+    if (__lsan_do_recoverable_leak_check() != 0) {
+        code = 1;
+    }
+#endif
+#ifdef SFX_TEST_TSAN
+    if (raceReported) {
+        code = 1;
+    }
+#endif
+    std::cout.flush();
+    std::fflush(nullptr);
+    std::quick_exit(code);
+}

@@ -1,0 +1,160 @@
+#include "ToolTest.h"
+
+#include <csignal>
+
+#include "support/Analysis.h"
+#include "support/PulseServer.h"
+#include "support/Recorder.h"
+
+namespace {
+
+using namespace sfx_test;
+using testing::HasSubstr;
+
+constexpr double LOW = 440;
+constexpr double HIGH = 1320;
+
+class Play : public ToolTest {
+protected:
+    void SetUp() override {
+        writeVorbis("in/low.ogg", {.ms = 600, .frequency = LOW});
+        writeVorbis("in/high.ogg", {.ms = 600, .frequency = HIGH});
+        writeVorbis("in/long.ogg", {.ms = 60'000, .frequency = LOW});
+        ASSERT_EQ(run({"pack", at("in"), "--out", at("out")}).exitCode, 0);
+    }
+
+    std::vector<std::string> command(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), "play");
+        arguments.insert(arguments.end(), {"--install", at("out")});
+        return arguments;
+    }
+    /// Plays to the end and returns what was heard.
+    Pcm hear(const std::vector<std::string>& arguments) {
+        Recorder recorder;
+        const Result result = run(command(arguments));
+        EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+        EXPECT_TRUE(recorder.WaitForSilence());
+        return recorder.Stop();
+    }
+
+    PulseServer server_;
+};
+
+TEST_F(Play, playSoundsTheWholeEffectAndShowsIt) {
+    Recorder recorder;
+    const Result result = run(command({"Low", "--volume", "0.5"}));
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_THAT(result.out.toStdString(),
+                testing::AllOf(HasSubstr("playing low.sfx (Low), 0.60 s, volume 0.5\n"),
+                               testing::ContainsRegex("-15\\.[01] dB\n"),
+                               HasSubstr("finished low.sfx")));
+    ASSERT_TRUE(recorder.WaitForSilence());
+    const Pcm heard = recorder.Stop();
+    EXPECT_NEAR(HeardMs(heard, 0), 600, 10);
+    const auto stretch = Heard(heard, 0);
+    ASSERT_TRUE(stretch);
+    EXPECT_NEAR(ToneLevel(heard, 0, *stretch, LOW), 0.25, 0.03);
+}
+
+TEST_F(Play, playPassesThePanOn) {
+    const Pcm heard = hear({"low.sfx", "--pan", "0"});
+    EXPECT_NEAR(HeardMs(heard, 0), 600, 10);
+    EXPECT_EQ(HeardMs(heard, 1), 0);
+}
+
+TEST_F(Play, playRepeatsAnEffect) {
+    EXPECT_NEAR(HeardMs(hear({"low", "--repeats", "2"}), 0), 1800, 20);
+}
+
+TEST_F(Play, playRoundsAShortFadeInUp) {
+    Recorder recorder;
+    EXPECT_THAT(run(command({"low", "--fade-in", "10"})), failedWith(0, "30 ms"));
+    ASSERT_TRUE(recorder.WaitForSilence());
+    EXPECT_NEAR(HeardMs(recorder.Stop(), 0), 600, 250);
+}
+
+TEST_F(Play, playGoesThroughEffectsInTurn) {
+    const Pcm heard = hear({"low", "high"});
+    const auto stretches = Stretches(heard, 0, 40);
+    ASSERT_EQ(stretches.size(), 2U);
+    EXPECT_NEAR(Frequency(heard, 0, stretches[0]), LOW, 5);
+    EXPECT_NEAR(Frequency(heard, 0, stretches[1]), HIGH, 10);
+}
+
+TEST_F(Play, playTogetherMixesEffects) {
+    const Pcm heard = hear({"low", "high", "--together", "--volume", "0.5"});
+    EXPECT_NEAR(HeardMs(heard, 0), 600, 150);
+    const auto stretch = Heard(heard, 0);
+    ASSERT_TRUE(stretch);
+    const std::size_t third = (stretch->end - stretch->begin) / 3;
+    const Stretch middle{stretch->begin + third, stretch->end - third};
+    EXPECT_NEAR(ToneLevel(heard, 0, middle, LOW), 0.25, 0.05);
+    EXPECT_NEAR(ToneLevel(heard, 0, middle, HIGH), 0.25, 0.05);
+}
+
+TEST_F(Play, playStopsWithTheFadeOut) {
+    const Pcm heard = hear({"long", "--stop-after", "0.5", "--fade-out", "600"});
+    const auto stretch = Heard(heard, 0);
+    ASSERT_TRUE(stretch);
+    EXPECT_GT(stretch->Ms(heard.rate), 600);
+    EXPECT_LT(stretch->Ms(heard.rate), 5000);
+    const auto levels = Envelope(heard, 0, *stretch, 50);
+    EXPECT_LT(levels.back(), 0.1 * levels.front());
+}
+
+TEST_F(Play, firstInterruptFadesOut) {
+    Recorder recorder;
+    ProcessRunner tool(toolPath(), list(command({"long", "high", "--fade-out", "600"})));
+    ASSERT_TRUE(recorder.WaitForSound());
+    tool.SendSignal(SIGINT);
+    EXPECT_THAT(tool.Finish(), failedWith(130, "interrupted"));
+    ASSERT_TRUE(recorder.WaitForSilence());
+    const Pcm heard = recorder.Stop();
+    const auto stretch = Heard(heard, 0);
+    ASSERT_TRUE(stretch);
+    const auto levels = Envelope(heard, 0, *stretch, 50);
+    ASSERT_GE(levels.size(), 5U);
+    EXPECT_LT(levels.back(), 0.1 * levels.front());
+    EXPECT_LT(ToneLevel(heard, 0, *stretch, HIGH), 0.01) << "the next effect must not start";
+}
+
+TEST_F(Play, secondInterruptLeavesAtOnce) {
+    Recorder recorder;
+    ProcessRunner tool(toolPath(), list(command({"long", "--fade-out", "60000"})));
+    ASSERT_TRUE(recorder.WaitForSound());
+    tool.SendSignal(SIGINT);
+    ASSERT_TRUE(tool.WaitForOutput("fading out"));
+    tool.SendSignal(SIGTERM);
+    const Result result = tool.Finish();
+    EXPECT_EQ(result.exitCode, 130);
+    EXPECT_FALSE(result.timedOut);
+}
+
+TEST_F(Play, playRefusesAnEffectThatDoesNotDecode) {
+    writeText("out/low.sfx", "text");
+    EXPECT_THAT(run(command({"high", "low"})),
+                failedWith(1, at("out/low.sfx") + ": not Ogg Vorbis"));
+}
+
+TEST_F(Play, playTellsWhenTheServerDies) {
+    Recorder recorder;
+    ProcessRunner tool(toolPath(), list(command({"long"})));
+    ASSERT_TRUE(recorder.WaitForSound());
+    server_.Kill();
+    EXPECT_THAT(tool.Finish(), failedWith(5, "long.sfx"));
+}
+
+TEST_F(Play, devicesListsTheOutputs) {
+    server_.AddSink("second_sink");
+    const Result listed = run({"devices", "--json"});
+    EXPECT_EQ(listed.exitCode, 0);
+    const auto devices = parse(listed.out);
+    std::map<std::string, bool> found;
+    for (const auto& device : devices.GetArray()) {
+        found[device["id"].GetString()] = device["default"].GetBool();
+    }
+    EXPECT_EQ(found,
+              (std::map<std::string, bool>{{PulseServer::kSink, true}, {"second_sink", false}}));
+}
+
+} // namespace
