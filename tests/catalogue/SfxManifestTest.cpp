@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <sfx/catalogue/SfxManifest.h>
 
-#include "InstallFolder.h"
+#include "BareInstall.h"
 
 namespace {
 
@@ -14,7 +14,7 @@ using vemo::sfx::SfxManifest;
 constexpr const char* kNone = "No SFX Manifest Found. Returning with no SFX in Manager.\n";
 
 TEST(SfxManifest, answersIdsPathsTypesAndNames) {
-    const InstallFolder install;
+    const BareInstall install;
     install.Write(u8"door.sfx");
     install.Write(u8"sub/Tür.sfx");
     install.Write(u8"rain.sfx");
@@ -52,7 +52,7 @@ TEST(SfxManifest, answersIdsPathsTypesAndNames) {
 }
 
 TEST(SfxManifest, isEmptyAndSaysSoForEachListWhenThereIsNone) {
-    const InstallFolder install;
+    const BareInstall install;
     testing::internal::CaptureStdout();
     const SfxManifest manifest;
     EXPECT_EQ(testing::internal::GetCapturedStdout(), std::string(kNone) + kNone);
@@ -63,7 +63,7 @@ TEST(SfxManifest, isEmptyAndSaysSoForEachListWhenThereIsNone) {
 
 #ifndef _WIN32
 TEST(SfxManifest, isEmptyWhenThePlatformNamesOneLocationOnly) {
-    const InstallFolder install;
+    const BareInstall install;
     install.WriteManifest("not even JSON");
     qputenv("XDG_DATA_DIRS", "relative/paths/do/not/count");
     ASSERT_EQ(QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation).size(), 1);
