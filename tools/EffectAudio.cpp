@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <system_error>
 
+#include <ogg/ogg.h>
+
 #include <vemo_audio/OggVorbisDecoder.h>
 
 namespace vemo::tool {
@@ -21,6 +23,26 @@ bool startsPage(const std::vector<unsigned char>& bytes, std::size_t at) {
 /// Offset of the page's body; past the end of `bytes` when the header is cut off.
 std::size_t bodyOf(const std::vector<unsigned char>& bytes, std::size_t page) {
     return page + PAGE_HEADER + bytes[page + SEGMENTS_AT];
+}
+
+// The decoder skips what is broken, and a broken last page just makes the effect shorter, so the
+// checksum of every page is looked at here.
+void checkPages(const std::vector<unsigned char>& bytes) {
+    ogg_sync_state sync{};
+    ogg_sync_init(&sync);
+    const auto size = static_cast<long>(bytes.size());
+    std::memcpy(ogg_sync_buffer(&sync, size), bytes.data(), bytes.size());
+    ogg_sync_wrote(&sync, size);
+    ogg_page page{};
+    long taken = 0;
+    long whole = 0;
+    while ((taken = ogg_sync_pageseek(&sync, &page)) > 0) {
+        whole += taken;
+    }
+    ogg_sync_clear(&sync);
+    if (whole != size) {
+        throw std::runtime_error("damaged or cut off at byte " + std::to_string(whole));
+    }
 }
 
 } // namespace
@@ -68,6 +90,7 @@ EffectAudio decodeVorbis(std::vector<unsigned char>& bytes) {
     if (!isOggVorbis(bytes)) {
         throw std::runtime_error("not Ogg Vorbis");
     }
+    checkPages(bytes);
     vemo_audio::OggVorbisDecoder decoder(bytes.data(), static_cast<std::int64_t>(bytes.size()));
     EffectAudio audio;
     audio.pcm = decoder.Decode();

@@ -101,8 +101,7 @@ ExitCode pack(const PackOptions& options) {
                 manifest.size());
     Interrupt::checkpoint();
     stage.commit();
-    terminal.line("packed " + std::to_string(entries.size()) +
-                  (entries.size() == 1 ? " effect into " : " effects into ") + options.out);
+    terminal.line("packed " + countText(entries.size(), "effect") + " into " + options.out);
     return ExitCode::Ok;
 }
 

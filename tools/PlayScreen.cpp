@@ -33,8 +33,10 @@ std::string lengthText(PlayVoice& voice) {
 
 std::string statusText(PlayVoice& voice) {
     const double level = voice.level();
-    std::string text = voice.effect().id + "  " + secondsText(voice.elapsed());
-    text += voice.allSeconds() ? " of " : ", ";
+    const auto all = voice.allSeconds();
+    // The sink drains for a moment after the last sample.
+    const double position = std::min(voice.elapsed(), all.value_or(voice.elapsed()));
+    std::string text = voice.effect().id + "  " + secondsText(position) + (all ? " of " : ", ");
     text += lengthText(voice) + "  " + bar(level) + " " + decibelText(level);
     return text + (voice.stopped() ? "  fading out" : "");
 }

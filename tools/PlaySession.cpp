@@ -5,7 +5,6 @@
 
 #include <QThread>
 
-#include "EffectAudio.h"
 #include "LibraryLog.h"
 
 namespace vemo::tool {
@@ -64,13 +63,7 @@ void PlaySession::awaitDecoding_() {
             QThread::msleep(1);
         }
         if (voice->stage() == Stage::Failed) {
-            std::string reason = "cannot be decoded";
-            try {
-                decodeEffect(voice->effect().path);
-            } catch (const std::exception& error) {
-                reason = error.what();
-            }
-            throw ToolError(ExitCode::Refused, voice->effect().path + ": " + reason);
+            throw ToolError(ExitCode::Refused, voice->failure());
         }
     }
 }

@@ -26,6 +26,8 @@ public:
     const InstalledEffect& effect() const { return effect_; }
     const audio::sfx::SfxDto& record() const { return *player_.SfxData(); }
     audio::DecodeState::Stage stage() const { return file_.stage(); }
+    /// Why the decode failed, naming the file.
+    std::string failure() const { return file_.failure(); }
 
     void play();
     /// Fades out and ends; does nothing when called again.

@@ -49,6 +49,10 @@ void complain(const std::string& text) {
     std::cerr << "vemo-sfx: " << text << '\n' << std::flush;
 }
 
+std::string countText(std::size_t count, const std::string& noun) {
+    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
 std::string secondsText(double seconds) {
     std::array<char, 32> text{};
     std::snprintf(text.data(), text.size(), "%.2f s", seconds);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace vemo::tool {
@@ -29,6 +30,9 @@ private:
 
 /// A line on stderr, headed with the program's name.
 void complain(const std::string& text);
+
+/// For example "1 effect", "2 effects".
+std::string countText(std::size_t count, const std::string& noun);
 
 /// For example "1.25 s".
 std::string secondsText(double seconds);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -136,8 +137,8 @@ void print(const std::string& folder, const Report& report, Terminal& terminal) 
     for (const Finding& note : report.notes) {
         terminal.line("note: " + note.file + " " + note.text);
     }
-    terminal.line(folder + ": " + std::to_string(report.effects) + " effects, " +
-                  std::to_string(report.faults.size()) + " faults");
+    terminal.line(folder + ": " + countText(report.effects, "effect") + ", " +
+                  countText(report.faults.size(), "fault"));
 }
 
 ExitCode verify(const std::string& argument, bool json) {

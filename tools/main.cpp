@@ -30,7 +30,7 @@ ExitCode run(int argc, char** argv) {
     app.footer(EXIT_CODES);
     app.set_version_flag("--version", "vemo-sfx " VEMO_SFX_VERSION);
     app.add_flag_callback("--verbose", showLog, "Show the log of Qt and of the library on stderr");
-    app.require_subcommand(1);
+    app.require_subcommand(0, 1);
     app.fallthrough();
     Command command;
     addPackCommand(app, command);
@@ -46,6 +46,9 @@ ExitCode run(int argc, char** argv) {
             return ExitCode::Ok;
         }
         throw ToolError(ExitCode::Usage, error.what() + std::string(" (--help shows the usage)"));
+    }
+    if (!command) {
+        throw ToolError(ExitCode::Usage, "a command is needed (--help shows them)");
     }
     return command();
 }

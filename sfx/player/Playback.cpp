@@ -4,7 +4,7 @@
 
 #include <QPromise>
 #include <QThreadPool>
-#include <QtConcurrent>
+#include <QtConcurrentRun>
 
 #include <sfx/player/Fade.h>
 #include <sfx/player/Log.h>
@@ -199,8 +199,10 @@ void Playback::Finish() {
         if (phase_ >= Phase::Finished)
             return;
         phase_ = Phase::Finished;
+        ++tasks_; // keeps the player while its signal is on the way
     }
     Q_EMIT player_.sfxFinished(state_.EventId());
+    TaskEnds();
 }
 
 void Playback::Leave() {
@@ -235,10 +237,10 @@ void Playback::Abandon() {
         abandoned_ = true;
         if (device_ != nullptr)
             device_->Detach();
+        // Its thread may never come back: the pool gets another one for it.
+        pool_->releaseThread();
     }
     qCWarning(lcPlayer) << "the audio system does not answer; the playback is given up";
-    // Its thread may never come back: the pool gets another one for it.
-    pool_->releaseThread();
     Finish();
     Leave();
 }

@@ -32,6 +32,9 @@ std::int64_t BytesToPlay(SfxFileInterface& file, const sfx::SfxDto& record) {
 SinkStage::SinkStage(Playback& playback) : playback_(playback) {}
 
 SinkStage::~SinkStage() {
+    // A fade may still be at it.
+    if (link_)
+        link_->Cut();
     playback_.ForgetDevice();
 }
 

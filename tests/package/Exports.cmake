@@ -1,3 +1,4 @@
+cmake_minimum_required(VERSION 3.25)
 # Every strong symbol that a library exports belongs to a class or function marked for export in an
 # installed header. (Weak ones are the standard library's templates, which are exported by nature.)
 file(GLOB libraries "${LIBRARIES}/*.so")

@@ -64,6 +64,7 @@ TEST_F(Pack, packEncodesWhateverLibsndfileReads) {
                                              {"d.flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_16},
                                              {"e.opus", SF_FORMAT_OGG | SF_FORMAT_OPUS},
                                              {"f.au", SF_FORMAT_AU | SF_FORMAT_PCM_16}};
+    std::filesystem::create_directory(dir() / "in");
     for (const auto& [name, format] : formats) {
         WriteSoundFile(dir() / "in" / name, tone, format);
     }

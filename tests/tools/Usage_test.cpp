@@ -22,7 +22,7 @@ TEST_F(Usage, helpAndVersionAnswerZero) {
 }
 
 TEST_F(Usage, wrongCommandLinesAnswerTwo) {
-    EXPECT_THAT(run({}), failedWith(2, "subcommand"));
+    EXPECT_THAT(run({}), failedWith(2, "a command is needed"));
     EXPECT_THAT(run({"sing"}), failedWith(2, "sing"));
     EXPECT_THAT(run({"list", "--colour"}), failedWith(2, "--colour"));
     EXPECT_THAT(run({"pack", "a.wav"}), failedWith(2, "--out"));

@@ -8,7 +8,8 @@ using testing::HasSubstr;
 class Verify : public ToolTest {
 protected:
     void SetUp() override {
-        writeVorbis("bell.ogg", {.ms = 300});
+        // Long enough for several pages.
+        writeVorbis("bell.ogg", {.ms = 4000});
         writeVorbis("rain.ogg", {.ms = 300});
         ASSERT_EQ(
             run({"pack", at("bell.ogg"), at("rain.ogg"), "--out", at("out"), "--ambient", "rain*"})
