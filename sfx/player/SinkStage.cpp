@@ -119,6 +119,7 @@ void SinkStage::Start() {
     device_->SetTail(
         std::max<std::int64_t>(sink_->bufferSize(), format_.bytesForDuration(100'000)));
     Q_EMIT playback_.player_.fadeRequested(record_->volume(), fadeIn, false);
+    playback_.EnterStarted();
 }
 
 void SinkStage::OnStateChanged(QAudio::State state) {

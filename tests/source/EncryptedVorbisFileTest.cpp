@@ -100,14 +100,15 @@ TEST(EncryptedVorbisFile, mayGoWhileItsDecodeIsStillToCome) {
 // A receiver that is called directly runs on the pool thread, and may even end the file.
 TEST(EncryptedVorbisFile, mayBeDestroyedByWhoHearsThatItIsReady) {
     InstallFolder install;
-    auto file = std::make_unique<EncryptedVorbisFile>(
-        install.AddEffect("a.sfx", "A", MakeTone({.ms = 500})));
-    QObject context;
+    const auto path = install.AddEffect("a.sfx", "A", MakeTone({.ms = 500}));
+    BusyPool pool;
+    auto file = std::make_unique<EncryptedVorbisFile>(path);
     std::atomic<bool> heard = false;
-    QObject::connect(file.get(), &EncryptedVorbisFile::isReady, &context, [&] {
+    QObject::connect(file.get(), &EncryptedVorbisFile::isReady, [&] {
         file.reset();
         heard = true;
     });
+    pool.Release();
     EXPECT_TRUE(WaitFor([&] { return heard.load(); }));
     EXPECT_FALSE(file);
 }
