@@ -5,7 +5,7 @@
 #include <vector>
 
 #include <benchmark/benchmark.h>
-#include <catalogue/InstallFolder.h>
+#include <catalogue/BareInstall.h>
 #include <sfx/catalogue/SfxManifest.h>
 
 namespace {
@@ -14,7 +14,7 @@ std::string Id(std::int64_t effect) {
     return "effect-" + std::to_string(effect) + ".sfx";
 }
 
-void Fill(const InstallFolder& install, std::int64_t effects) {
+void Fill(const BareInstall& install, std::int64_t effects) {
     std::string list;
     for (std::int64_t i = 0; i < effects; ++i) {
         const std::string id = Id(i);
@@ -34,9 +34,9 @@ void PerEffect(benchmark::State& state) {
 }
 
 void Load(benchmark::State& state) {
-    const InstallFolder install;
+    const BareInstall install;
     Fill(install, state.range(0));
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         const vemo::sfx::SfxManifest manifest;
         if (!manifest.HasEffectId(Id(state.range(0) - 1))) {
             state.SkipWithError("the last effect is not in the catalogue");
@@ -47,14 +47,14 @@ void Load(benchmark::State& state) {
 }
 
 void LookUpAll(benchmark::State& state) {
-    const InstallFolder install;
+    const BareInstall install;
     Fill(install, state.range(0));
     const vemo::sfx::SfxManifest manifest;
     std::vector<std::string> ids;
     for (std::int64_t i = 0; i < state.range(0); ++i) {
         ids.push_back(Id(i));
     }
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         for (const std::string& id : ids) {
             benchmark::DoNotOptimize(manifest.type(id));
             benchmark::DoNotOptimize(manifest.path(id));

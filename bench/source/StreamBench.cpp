@@ -12,7 +12,7 @@ using namespace vemo::audio;
 
 namespace {
 
-constexpr std::size_t kFrames = 60 * 44100;
+constexpr std::size_t kFrames = std::size_t{60} * 44100;
 constexpr std::size_t kReadBytes = 16384;
 
 struct MinuteOfNoise : SfxFileInterface {
@@ -46,7 +46,7 @@ void countFrames(benchmark::State& state) {
 void copyOf(benchmark::State& state) {
     const auto [begin, end] = file().Read();
     std::vector<char> chunk(kReadBytes);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         for (const char* at = begin; at < end; at += kReadBytes) {
             std::memcpy(chunk.data(), at, std::min<std::size_t>(kReadBytes, end - at));
             benchmark::DoNotOptimize(chunk.data());
@@ -65,7 +65,7 @@ void stream(benchmark::State& state, float reverb, float pan) {
         return;
     }
     std::vector<char> chunk(kReadBytes);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         while (stream.read(chunk.data(), kReadBytes) > 0) {
             benchmark::ClobberMemory();
         }

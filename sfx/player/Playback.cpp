@@ -4,7 +4,7 @@
 
 #include <QPromise>
 #include <QThreadPool>
-#include <QtConcurrent>
+#include <QtConcurrentRun>
 
 #include <sfx/player/Fade.h>
 #include <sfx/player/Log.h>
@@ -104,7 +104,10 @@ void Playback::OnStop(bool urgent) {
         stopEarly_ = true;
         break;
     case Phase::Playing:
-        StartStopTask(urgent);
+        if (started_)
+            StartStopTask(urgent);
+        else
+            stopEarly_ = true;
         break;
     case Phase::Finished:
     case Phase::Over:
@@ -139,10 +142,9 @@ void Playback::OnFadeRequested(VolumeType volume, FadeType duration, bool stopAf
     fade_ = promise->future();
     const auto fade = [self = shared_from_this(), promise, sink = std::weak_ptr(link_), volume,
                        duration, stopAfterFade] {
-        // One that was cancelled before it began does nothing.
-        if (!promise->isCanceled())
-            RunFade(*promise, sink, volume, duration, stopAfterFade,
-                    [&self] { Q_EMIT self->player_.sfxFinished(self->state_.EventId()); });
+        // Run even when it is cancelled already: a stop that lost its fade must still end.
+        RunFade(*promise, sink, volume, duration, stopAfterFade,
+                [&self] { Q_EMIT self->player_.sfxFinished(self->state_.EventId()); });
         promise->finish();
         self->TaskEnds();
     };
@@ -167,6 +169,13 @@ bool Playback::EnterPlaying(const std::shared_ptr<SinkLink>& link, PullDevice& d
     link_ = link;
     device_ = &device;
     return true;
+}
+
+void Playback::EnterStarted() {
+    const std::lock_guard lock(mutex_);
+    started_ = true;
+    if (stopEarly_ && phase_ == Phase::Playing)
+        StartStopTask(false);
 }
 
 void Playback::ForgetDevice() {
@@ -199,8 +208,10 @@ void Playback::Finish() {
         if (phase_ >= Phase::Finished)
             return;
         phase_ = Phase::Finished;
+        ++tasks_; // keeps the player while its signal is on the way
     }
     Q_EMIT player_.sfxFinished(state_.EventId());
+    TaskEnds();
 }
 
 void Playback::Leave() {
@@ -235,10 +246,10 @@ void Playback::Abandon() {
         abandoned_ = true;
         if (device_ != nullptr)
             device_->Detach();
+        // Its thread may never come back: the pool gets another one for it.
+        pool_->releaseThread();
     }
     qCWarning(lcPlayer) << "the audio system does not answer; the playback is given up";
-    // Its thread may never come back: the pool gets another one for it.
-    pool_->releaseThread();
     Finish();
     Leave();
 }

@@ -60,6 +60,9 @@ private:
     void StartStopTask(bool urgent);
     /// False when a stop came before the sink could start.
     bool EnterPlaying(const std::shared_ptr<SinkLink>& link, PullDevice& device);
+    /// The fade-in is under way; carries out the stop that came while the sink was opened, which
+    /// the fade-in would have cancelled.
+    void EnterStarted();
     bool StopCameEarly() const;
     void ForgetDevice();
     /// Announces the end; only the first call does.
@@ -76,6 +79,7 @@ private:
     mutable std::mutex mutex_;
     std::condition_variable tasksOver_;
     Phase phase_ = Phase::Queued;
+    bool started_ = false;
     bool stopEarly_ = false;
     bool leaving_ = false;
     bool abandoned_ = false;

@@ -2,7 +2,7 @@
 
 #include <QMediaDevices>
 #include <QThread>
-#include <QtConcurrent>
+#include <QtConcurrentRun>
 
 #include <sfx/model/SfxException.h>
 #include <sfx/player/Playback.h>

@@ -32,6 +32,9 @@ std::int64_t BytesToPlay(SfxFileInterface& file, const sfx::SfxDto& record) {
 SinkStage::SinkStage(Playback& playback) : playback_(playback) {}
 
 SinkStage::~SinkStage() {
+    // A fade may still be at it.
+    if (link_)
+        link_->Cut();
     playback_.ForgetDevice();
 }
 
@@ -116,6 +119,7 @@ void SinkStage::Start() {
     device_->SetTail(
         std::max<std::int64_t>(sink_->bufferSize(), format_.bytesForDuration(100'000)));
     Q_EMIT playback_.player_.fadeRequested(record_->volume(), fadeIn, false);
+    playback_.EnterStarted();
 }
 
 void SinkStage::OnStateChanged(QAudio::State state) {

@@ -12,7 +12,7 @@
 #include <QAudioFormat>
 #include <QByteArray>
 #include <QThreadPool>
-#include <QtConcurrent>
+#include <QtConcurrentRun>
 
 #include <sfx/model/InternedText.h>
 #include <sfx/model/SfxException.h>

@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 #include <sfx/catalogue/SfxManifest.h>
 
-#include "InstallFolder.h"
+#include "BareInstall.h"
 
 namespace {
 
@@ -24,7 +24,7 @@ std::string Fault() {
 }
 
 std::string FaultOf(const std::string& json) {
-    const InstallFolder install;
+    const BareInstall install;
     install.Write(u8"a.sfx");
     install.WriteManifest(json);
     return Fault();
@@ -42,7 +42,7 @@ std::string WithEffect(const std::string& effect) {
 }
 
 TEST(SfxManifestFault, namesEveryMissingFile) {
-    const InstallFolder install;
+    const BareInstall install;
     install.Write(u8"here.sfx");
     std::filesystem::create_directory(install.Path(u8"folder.sfx"));
     install.WriteManifest(WithMetadata(R"({"version": "1.1", "count": 3, "ambientCount": 1})", R"(
@@ -85,11 +85,11 @@ TEST(SfxManifestFault, refusesWhatIsNotJson) {
 
 TEST(SfxManifestFault, refusesFilesThatAreNoManifest) {
     {
-        const InstallFolder install;
+        const BareInstall install;
         std::filesystem::create_directory(install.Path(u8"manifest.json"));
         EXPECT_THAT(Fault(), HasSubstr("manifest.json is not a file"));
     }
-    const InstallFolder install;
+    const BareInstall install;
     install.WriteManifest("");
     std::filesystem::resize_file(install.Path(u8"manifest.json"), 100U << 20U);
     EXPECT_THAT(Fault(), HasSubstr("manifest.json is larger than 32 MiB"));
@@ -136,7 +136,7 @@ TEST(SfxManifestFault, refusesCountsThatMakeNoSense) {
             << noInteger;
     }
 
-    const InstallFolder install;
+    const BareInstall install;
     install.WriteManifest(WithMetadata(R"({"version": "0.0", "count": 0, "ambientCount": -1})"));
     EXPECT_EQ(Fault<std::invalid_argument>(), "Size is too large"); // before the version is asked
 }

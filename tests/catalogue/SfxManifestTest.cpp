@@ -1,10 +1,11 @@
+#include <memory>
 #include <optional>
 #include <string>
 
 #include <gtest/gtest.h>
 #include <sfx/catalogue/SfxManifest.h>
 
-#include "InstallFolder.h"
+#include "BareInstall.h"
 
 namespace {
 
@@ -13,7 +14,7 @@ using vemo::sfx::SfxManifest;
 constexpr const char* kNone = "No SFX Manifest Found. Returning with no SFX in Manager.\n";
 
 TEST(SfxManifest, answersIdsPathsTypesAndNames) {
-    const InstallFolder install;
+    const BareInstall install;
     install.Write(u8"door.sfx");
     install.Write(u8"sub/Tür.sfx");
     install.Write(u8"rain.sfx");
@@ -42,16 +43,16 @@ TEST(SfxManifest, answersIdsPathsTypesAndNames) {
     EXPECT_EQ(manifest.type("rain"), vemo::audio::AMBIENT);
     EXPECT_EQ(manifest.path("rain"), install.Text("rain.sfx"));
 
-    const SfxManifest copy = manifest;
-    EXPECT_TRUE(copy.HasEffectId("rain"));
-    EXPECT_FALSE(copy.HasEffectId("Rain"));
+    const auto copy = std::make_unique<SfxManifest>(manifest);
+    EXPECT_TRUE(copy->HasEffectId("rain"));
+    EXPECT_FALSE(copy->HasEffectId("Rain"));
     EXPECT_EQ(manifest.path("Rain"), std::nullopt);
     EXPECT_EQ(manifest.type("Rain"), std::nullopt);
     EXPECT_EQ(manifest.displayName("Rain"), std::nullopt);
 }
 
 TEST(SfxManifest, isEmptyAndSaysSoForEachListWhenThereIsNone) {
-    const InstallFolder install;
+    const BareInstall install;
     testing::internal::CaptureStdout();
     const SfxManifest manifest;
     EXPECT_EQ(testing::internal::GetCapturedStdout(), std::string(kNone) + kNone);
@@ -62,7 +63,7 @@ TEST(SfxManifest, isEmptyAndSaysSoForEachListWhenThereIsNone) {
 
 #ifndef _WIN32
 TEST(SfxManifest, isEmptyWhenThePlatformNamesOneLocationOnly) {
-    const InstallFolder install;
+    const BareInstall install;
     install.WriteManifest("not even JSON");
     qputenv("XDG_DATA_DIRS", "relative/paths/do/not/count");
     ASSERT_EQ(QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation).size(), 1);

@@ -1,11 +1,9 @@
-#include <cstring>
 #include <set>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <sfx/model/BadFileException.h>
 #include <sfx/model/CustomAudioException.h>
 #include <sfx/model/InternedText.h>
 #include <sfx/model/SfxException.h>
@@ -26,14 +24,6 @@ TEST(SfxException, copyAnswersTheSamePointer) {
     const vemo::audio::SfxException copy = original;
     EXPECT_EQ(original.what(), text);
     EXPECT_EQ(copy.what(), text);
-}
-
-TEST(BadFileException, ownsItsText) {
-    std::string text = "a text too long to live inside of a string object";
-    const vemo::BadFileException thrown(text);
-    const std::string expected = text;
-    text.assign(text.size(), '#');
-    EXPECT_EQ(vemo::BadFileException(thrown).what(), expected);
 }
 
 TEST(InternText, storesEachTextOnceAcrossThreads) {

@@ -38,21 +38,6 @@ public:
     IntervalType type() override { return IntervalType::SONG; }
 };
 
-TEST(SfxDtoBuilder, buildsDocumentedDefaults) {
-    const SfxDto dto = SfxDto::builder().build();
-    EXPECT_TRUE(dto.name().empty() && dto.outputPath().empty() && dto.effectId().empty() &&
-                dto.effectPath().empty() && dto.eventId().empty());
-    EXPECT_TRUE(dto.activeIntervals().empty());
-    EXPECT_EQ(dto.type(), vemo::audio::PRIMARY);
-    EXPECT_EQ(dto.effectIdIndex(), 0);
-    EXPECT_EQ(dto.repeats(), 0);
-    EXPECT_EQ(dto.fadeIn(), 0);
-    EXPECT_EQ(dto.fadeOut(), 0);
-    EXPECT_FLOAT_EQ(dto.volume(), 1.0F);
-    EXPECT_FLOAT_EQ(dto.reverb(), 0.0F);
-    EXPECT_FLOAT_EQ(dto.pan(), 0.5F);
-}
-
 TEST(SfxDtoBuilder, repeatsWithoutEndWhenAmbient) {
     EXPECT_EQ(Full().type(vemo::audio::AMBIENT).repeats(3).build().repeats(), -1);
     EXPECT_EQ(Full().repeats(3).build().repeats(), 3);

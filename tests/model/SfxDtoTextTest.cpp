@@ -24,7 +24,7 @@ TEST(SfxTypeText, userProvidedFallsThrough) {
     EXPECT_EQ(Printed(static_cast<SfxType>(7)), "Error: Unknown SFX type");
 }
 
-TEST(SfxDtoText, keepsTrailingCommaAndLeavesOutEvent) {
+TEST(SfxDtoText, keepsTrailingCommaLeavesOutEventAndShowsDefaults) {
     EXPECT_EQ(Printed(SfxDto::builder().eventId("hidden").build()),
               "SfxDto{'name': '', 'outputPath': '', 'effectId': '', 'effectPath': '', "
               "'activeIntervals': , 'type': SFX::PRIMARY, 'effectIdIndex': 0, 'repeats': 0, "

@@ -1,3 +1,4 @@
+cmake_minimum_required(VERSION 3.25)
 # cmake -DCODE=... -DTEXT=... -P Expect.cmake -- PROGRAM ARGS...: exit code and text, both.
 set(command "")
 set(found FALSE)

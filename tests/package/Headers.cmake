@@ -1,3 +1,4 @@
+cmake_minimum_required(VERSION 3.25)
 # Every header that an installed one includes by this project's own path is installed, and sfx.h
 # includes every installed one.
 file(GLOB_RECURSE headers RELATIVE "${INCLUDES}" "${INCLUDES}/*.h")

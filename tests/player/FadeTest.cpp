@@ -78,7 +78,7 @@ protected:
 
 TEST_F(Fade, movesTheSinkAlongTheCurveAndReportsEveryStep) {
     const auto fade = Start(0.5F, 300);
-    int last = -1;
+    int last = 0; // Qt keeps the text of 0 to itself
     EXPECT_TRUE(WaitFor([&] {
         const int percent = fade.progressValue();
         const QString text = fade.progressText();

@@ -66,7 +66,8 @@ TEST(EffectMaker, encodeVorbisKeepsTheExactLength) {
     for (const int frames : {0, 1, 63, 64, 65, 441, 1024, 2205, 44100, 100001}) {
         for (const int channels : {1, 2}) {
             Pcm pcm{44100, channels, {}};
-            pcm.samples.resize(static_cast<std::size_t>(frames * channels));
+            pcm.samples.resize(static_cast<std::size_t>(frames) *
+                               static_cast<std::size_t>(channels));
             const Pcm decoded = Decode(EncodeVorbis(pcm));
             EXPECT_EQ(decoded.Frames(), pcm.Frames()) << channels << " channels";
             EXPECT_EQ(decoded.channels, channels);

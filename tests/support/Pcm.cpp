@@ -32,7 +32,8 @@ Pcm MakeTone(const Tone& tone) {
     Pcm pcm = MakeSilence(tone.ms, tone.rate, tone.channels);
     const auto channels = static_cast<std::size_t>(tone.channels);
     for (std::size_t i = 0; i < pcm.samples.size(); ++i) {
-        const auto frame = static_cast<double>(i / channels);
+        const std::size_t index = i / channels;
+        const auto frame = static_cast<double>(index);
         pcm.samples[i] = static_cast<float>(
             tone.level * std::sin(2 * std::numbers::pi * tone.frequency * frame / tone.rate));
     }

@@ -193,11 +193,11 @@ SFX_TEST_FORWARD(ssize_t, write, (int file, const void* bytes, std::size_t size)
 SFX_TEST_EXPORT long syscall(long number, ...) noexcept {
     static std::atomic<long (*)(long, ...)> next;
     sfx_test::Trap("syscall");
+    std::array<long, 6> a{};
     va_list list;
     va_start(list, number);
-    std::array<long, 6> a{};
     for (long& argument : a) {
-        argument = va_arg(list, long);
+        argument = va_arg(list, long); // NOLINT(clang-analyzer-valist.Uninitialized): it is not
     }
     va_end(list);
     return sfx_test::Next(next, "syscall")(number, a[0], a[1], a[2], a[3], a[4], a[5]);

@@ -8,6 +8,7 @@
 #include <QThread>
 
 #include <csignal>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -60,6 +61,9 @@ PulseServer::PulseServer(Options options) {
     if (!dir_.isValid()) {
         throw std::runtime_error("no temporary folder: " + dir_.errorString().toStdString());
     }
+    // Threads that play get their turn on a loaded machine, as far as the user may ask for that;
+    // otherwise they are late now and then, and the gap is rightly heard.
+    setpriority(PRIO_PROCESS, 0, -11);
     socket_ = dir_.filePath("native");
     SetEnvironment();
     Start();

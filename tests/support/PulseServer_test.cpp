@@ -27,10 +27,10 @@ QByteArray BytesOf(const Pcm& pcm) {
             static_cast<qsizetype>(samples.size() * sizeof(samples[0]))};
 }
 
-// Plays outside this process; ends when the server has played everything.
+// Plays outside this process; ends when the server has played everything. With its usual buffer
+// of two seconds the server has the whole sound before it begins: no load makes gaps.
 void Play(const Pcm& pcm, const char* sink = PulseServer::kSink) {
-    ProcessRunner pacat("pacat", {"--raw", "--format=s16le", "--latency-msec=50",
-                                  "--rate=" + QString::number(pcm.rate),
+    ProcessRunner pacat("pacat", {"--raw", "--format=s16le", "--rate=" + QString::number(pcm.rate),
                                   "--channels=" + QString::number(pcm.channels),
                                   "--device=" + QString(sink)});
     pacat.Write(BytesOf(pcm));

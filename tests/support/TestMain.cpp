@@ -21,7 +21,7 @@ namespace {
 std::atomic<bool> raceReported = false;
 }
 // NOLINTNEXTLINE(bugprone-reserved-identifier)
-extern "C" void __tsan_on_report(void*) {
+extern "C" __attribute__((visibility("default"))) void __tsan_on_report(void*) {
     raceReported = true;
 }
 #endif

@@ -16,7 +16,9 @@ using namespace std::chrono_literals;
 
 TEST(WaitFor, runsTheEventLoopUntilThePredicateHolds) {
     bool fired = false;
-    QTimer::singleShot(5ms, [&] { fired = true; });
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] { fired = true; });
+    timer.start(5ms);
     QPointer<QObject> later = new QObject;
     later->deleteLater();
 
@@ -25,7 +27,9 @@ TEST(WaitFor, runsTheEventLoopUntilThePredicateHolds) {
 }
 
 TEST(WaitFor, letsAnExceptionOfASlotThrough) {
-    QTimer::singleShot(0ms, [] { throw std::runtime_error("slot"); });
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [] { throw std::runtime_error("slot"); });
+    timer.start(0ms);
     EXPECT_THROW(WaitFor([] { return false; }), std::runtime_error);
 }
 
@@ -34,9 +38,9 @@ TEST(SignalLog, recordsEmissionsOfSeveralThreads) {
     QTimer timer;
     SignalLog destroyed(&sender, &QObject::destroyed);
     SignalLog names(&timer, &QTimer::objectNameChanged);
-    constexpr int kEach = 500;
+    constexpr std::size_t kEach = 500;
     const auto emit = [&] {
-        for (int i = 0; i < kEach; ++i) {
+        for (std::size_t i = 0; i < kEach; ++i) {
             Q_EMIT sender.destroyed(&sender);
         }
     };
@@ -46,7 +50,7 @@ TEST(SignalLog, recordsEmissionsOfSeveralThreads) {
     first.join();
     second.join();
 
-    ASSERT_EQ(destroyed.Count(), 2U * kEach);
+    ASSERT_EQ(destroyed.Count(), 2 * kEach);
     EXPECT_EQ(std::get<0>(destroyed.All().back()), &sender);
     EXPECT_FALSE(names.WaitForCount(1, 10ms));
 }

@@ -10,10 +10,11 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
-/// An install folder of its own for as long as it lives, with a name that is not ASCII.
-class InstallFolder {
+/// An install folder of its own for as long as it lives, holding just the bytes a test writes into
+/// it, faults included. Its name is not ASCII.
+class BareInstall {
 public:
-    InstallFolder() {
+    BareInstall() {
 #ifdef _WIN32
         // The platform's folder cannot be moved there, so test programs take turns, and an
         // installed catalogue is never touched.
@@ -30,12 +31,12 @@ public:
         }
         std::filesystem::create_directories(folder_ / "sfx");
     }
-    ~InstallFolder() {
+    ~BareInstall() {
         std::error_code ignored;
         std::filesystem::remove_all(folder_, ignored);
     }
-    InstallFolder(const InstallFolder&) = delete;
-    InstallFolder& operator=(const InstallFolder&) = delete;
+    BareInstall(const BareInstall&) = delete;
+    BareInstall& operator=(const BareInstall&) = delete;
 
     std::filesystem::path Path(const std::u8string& file) const {
         return folder_ / "sfx" / file;

@@ -1,0 +1,65 @@
+#include <gtest/gtest.h>
+
+#include <sfx/model/CustomAudioException.h>
+#include <sfx/source/UserAudioFile.h>
+#include <support/EffectMaker.h>
+#include <support/SignalLog.h>
+#include <support/SoundFile.h>
+
+using namespace sfx_test;
+using vemo::audio::DecodeState;
+using vemo::audio::UserAudioFile;
+
+namespace {
+
+class UserFile : public ::testing::Test {
+protected:
+    std::string Path(const char* name) const { return folder_.filePath(name).toStdString(); }
+    std::string Url(const char* name) const { return "file://" + Path(name); }
+
+    QTemporaryDir folder_;
+};
+
+} // namespace
+
+TEST_F(UserFile, keepsTheFormatTheDecoderDelivers) {
+    const Pcm tone = MakeTone({.ms = 1500, .rate = 44100});
+    WriteSoundFile(Path("tone.wav"), tone);
+    WriteBytes(Path("tone.ogg"), EncodeVorbis(tone));
+    for (const auto& [name, format] :
+         {std::pair("tone.wav", QAudioFormat::Int16), std::pair("tone.ogg", QAudioFormat::Float)}) {
+        UserAudioFile file(Url(name));
+        SignalLog ready(&file, &UserAudioFile::isReady);
+        EXPECT_EQ(file.Duration(), 0.0F);
+        EXPECT_EQ(file.Path(), Url(name));
+        ASSERT_TRUE(ready.WaitForCount(1)) << name;
+        EXPECT_EQ(file.stage(), DecodeState::Stage::Ready);
+        EXPECT_EQ(file.Format().sampleFormat(), format) << name;
+        EXPECT_EQ(file.ChannelCount(), 2U);
+        EXPECT_EQ(file.SampleRate(), 44100.0);
+        EXPECT_NEAR(file.Duration(), 1.5, 0.001) << name;
+        EXPECT_EQ(file.Read().second - file.Read().first,
+                  static_cast<std::ptrdiff_t>(tone.Frames()) * file.Format().bytesPerFrame())
+            << name;
+    }
+}
+
+TEST_F(UserFile, throwsOutOfTheEventLoopWhenItCannotBeDecoded) {
+    WriteBytes(Path("garbage.wav"), std::vector<unsigned char>(5000, 'x'));
+    for (const auto& [name, code] :
+         {std::pair("missing.wav", "1"), std::pair("garbage.wav", "2")}) {
+        UserAudioFile file(Url(name));
+        SignalLog ready(&file, &UserAudioFile::isReady);
+        try {
+            WaitFor([] { return false; });
+            ADD_FAILURE() << name << ": nothing came out of the event loop";
+        } catch (const vemo::sfx::CustomAudioException& fault) {
+            EXPECT_EQ(fault.Priority(), "warning");
+            EXPECT_EQ(fault.Message(), std::string("Error decoding audio file: ") + code);
+        }
+        EXPECT_EQ(file.stage(), DecodeState::Stage::Failed);
+        EXPECT_NE(file.failure().find(name), std::string::npos) << file.failure();
+        EXPECT_EQ(file.ChannelCount(), 0U);
+        EXPECT_EQ(ready.Count(), 0U);
+    }
+}
