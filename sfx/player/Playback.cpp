@@ -171,6 +171,11 @@ bool Playback::EnterPlaying(const std::shared_ptr<SinkLink>& link, PullDevice& d
     return true;
 }
 
+bool Playback::WasAbandoned() const {
+    const std::lock_guard lock(mutex_);
+    return abandoned_;
+}
+
 void Playback::EnterStarted() {
     const std::lock_guard lock(mutex_);
     started_ = true;

@@ -60,6 +60,8 @@ private:
     void StartStopTask(bool urgent);
     /// False when a stop came before the sink could start.
     bool EnterPlaying(const std::shared_ptr<SinkLink>& link, PullDevice& device);
+    /// True when the supervisor has ended the playback: the player may be gone.
+    bool WasAbandoned() const;
     /// The fade-in is under way; carries out the stop that came while the sink was opened, which
     /// the fade-in would have cancelled.
     void EnterStarted();

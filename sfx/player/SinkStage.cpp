@@ -37,6 +37,9 @@ SinkStage::~SinkStage() {
     if (link_)
         link_->Cut();
     playback_.ForgetDevice();
+    // An unstopped sink still feeds itself while it is destroyed, which the pulse client does not
+    // survive.
+    Close();
 }
 
 void SinkStage::Sound() {
@@ -111,6 +114,10 @@ void SinkStage::Start() {
     playback_.CountBeat();
     sink_->start(device_.get());
     playback_.CountBeat();
+    if (playback_.WasAbandoned()) {
+        End();
+        return;
+    }
     if (ended_ || sink_->state() == QAudio::StoppedState) {
         qCWarning(lcPlayer).noquote()
             << "cannot open" << output_.description() << "error" << sink_->error();

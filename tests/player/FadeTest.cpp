@@ -42,6 +42,7 @@ protected:
     ~Fade() override {
         Join();
         link_->Cut();
+        sink_->stop();
     }
 
     QFuture<void> Start(float volume, unsigned int duration, bool stopAfterFade = false) {
