@@ -101,10 +101,10 @@ std::vector<unsigned char> OggVorbisDecoder::Decode() {
 
     std::vector<unsigned char> pcm;
     // What the stream says of its length is only a hint: a forged one must not cost memory.
-    constexpr ogg_int64_t MostReserved = 256 << 20;
+    constexpr ogg_int64_t MostReserved = ogg_int64_t{256} << 20;
+    const ogg_int64_t frameBytes = ogg_int64_t{2} * channels;
     const ogg_int64_t frames = std::max<ogg_int64_t>(ov_pcm_total(file.get(), -1), 0);
-    pcm.reserve(
-        static_cast<std::size_t>(std::min(frames, MostReserved / (2 * channels)) * 2 * channels));
+    pcm.reserve(static_cast<std::size_t>(std::min(frames, MostReserved / frameBytes) * frameBytes));
 
     damaged_ = !EndsWithItsLastPage(bytes_, length_);
     constexpr int BigEndian = std::endian::native == std::endian::big ? 1 : 0;

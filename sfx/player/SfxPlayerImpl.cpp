@@ -56,7 +56,7 @@ SfxPlayerImpl::SfxPlayerImpl(sfx::SfxDto sfx, std::shared_ptr<QThreadPool> playb
 
 SfxPlayerImpl::~SfxPlayerImpl() {
     // A host that destroys a player before it is done gets its playbacks ended, not a crash.
-    while (!Done()) {
+    while (state_->ActivePlaybacks() != 0) {
         for (const auto& playback : state_->Playbacks())
             playback->EndAtOnce();
         QThread::msleep(5);

@@ -39,7 +39,7 @@ std::ifstream Open_(const std::string& path) {
 
 // One pass: each block is XORed while it is still in the cache, in the vector it stays in.
 std::vector<unsigned char> Decrypt_(std::ifstream& stream) {
-    constexpr std::size_t Block = 64 * 1024;
+    constexpr std::size_t Block = 65536;
     std::vector<unsigned char> bytes;
     const auto start = stream.tellg();
     if (start >= 0 && stream.seekg(0, std::ios::end)) {

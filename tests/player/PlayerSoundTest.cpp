@@ -7,7 +7,6 @@
 #include "PlayerHouse.h"
 
 using namespace sfx_test;
-using vemo::audio::DecodeState;
 using vemo::audio::EncryptedVorbisFile;
 using vemo::audio::SfxPlayerImpl;
 using vemo::audio::UserAudioFile;
