@@ -7,6 +7,7 @@
 
 #include <ogg/ogg.h>
 
+#include <sfx/source/EffectCipher.h>
 #include <vemo_audio/OggVorbisDecoder.h>
 
 namespace vemo::tool {
@@ -50,12 +51,6 @@ void checkPages(const std::vector<unsigned char>& bytes) {
 double EffectAudio::seconds() const {
     const auto frameBytes = static_cast<double>(channels) * sizeof(std::int16_t);
     return channels == 0 || rate == 0 ? 0.0 : static_cast<double>(pcm.size()) / (frameBytes * rate);
-}
-
-void applyKey(std::vector<unsigned char>& bytes) {
-    for (unsigned char& byte : bytes) {
-        byte ^= KEY_BYTE;
-    }
 }
 
 std::vector<unsigned char> readBytes(const std::filesystem::path& file) {
@@ -107,7 +102,7 @@ EffectAudio decodeVorbis(std::vector<unsigned char>& bytes) {
 
 EffectAudio decodeEffect(const std::filesystem::path& file) {
     std::vector<unsigned char> bytes = readBytes(file);
-    applyKey(bytes);
+    audio::ApplyEffectCipher(bytes.data(), bytes.size());
     return decodeVorbis(bytes);
 }
 

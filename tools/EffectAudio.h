@@ -6,9 +6,6 @@
 
 namespace vemo::tool {
 
-/// The byte with which every byte of an installed effect is combined.
-inline constexpr unsigned char KEY_BYTE = 0xA5;
-
 /// Interleaved signed 16-bit PCM in native byte order.
 struct EffectAudio {
     std::vector<unsigned char> pcm;
@@ -18,9 +15,6 @@ struct EffectAudio {
     /// Playing time.
     double seconds() const;
 };
-
-/// Enciphers plain bytes and deciphers enciphered ones.
-void applyKey(std::vector<unsigned char>& bytes);
 
 /// The whole file; std::runtime_error with the reason when it cannot be read.
 std::vector<unsigned char> readBytes(const std::filesystem::path& file);

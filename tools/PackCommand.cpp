@@ -4,6 +4,8 @@
 #include <system_error>
 #include <vector>
 
+#include <sfx/source/EffectCipher.h>
+
 #include "Commands.h"
 #include "Interrupt.h"
 #include "SourceAudio.h"
@@ -61,19 +63,19 @@ void checkTarget(const fs::path& out, bool force) {
 }
 
 void packOne(const Source& source, StagedFolder& stage, Terminal& terminal) {
-    PackedAudio audio;
+    PackedAudio packed;
     try {
-        audio = packAudio(source.file, Interrupt::checkpoint);
+        packed = packAudio(source.file, Interrupt::checkpoint);
     } catch (const ToolError&) {
         throw;
     } catch (const std::exception& error) {
         throw ToolError(ExitCode::Refused, source.file.string() + ": " + error.what());
     }
-    applyKey(audio.vorbis);
-    stage.write(source.entry.path, audio.vorbis.data(), audio.vorbis.size());
+    audio::ApplyEffectCipher(packed.vorbis.data(), packed.vorbis.size());
+    stage.write(source.entry.path, packed.vorbis.data(), packed.vorbis.size());
     terminal.line(source.entry.id + (source.entry.ambient ? " (ambient)" : "") + "  " +
-                  secondsText(audio.seconds) + "  " +
-                  (audio.encoded ? "encoded from " : "as it is from ") + source.file.string());
+                  secondsText(packed.seconds) + "  " +
+                  (packed.encoded ? "encoded from " : "as it is from ") + source.file.string());
 }
 
 ExitCode pack(const PackOptions& options) {

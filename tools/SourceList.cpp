@@ -122,7 +122,10 @@ void nameSources(std::vector<Source>& sources, const NamesTable& names, const st
             id = row->second.id.empty() ? id : row->second.id;
             source.entry.name = row->second.name.empty() ? source.entry.name : row->second.name;
         }
-        source.entry.id = id.ends_with(ID_ENDING) ? id : id + std::string(ID_ENDING);
+        source.entry.id = id;
+        if (!id.ends_with(ID_ENDING)) {
+            source.entry.id += ID_ENDING;
+        }
         source.entry.path = source.entry.id;
         checkId(source);
     }

