@@ -30,6 +30,8 @@ PlaySession::PlaySession(const std::vector<InstalledEffect>& effects, const Play
         waiting_.push_back(std::make_unique<PlayVoice>(effect, options_, pool));
     }
     connect(&timer_, &QTimer::timeout, this, [this] { guarded_(&PlaySession::tick_); });
+    giveUp_.setSingleShot(true);
+    connect(&giveUp_, &QTimer::timeout, &loop_, &QEventLoop::quit);
     connect(&interrupt_, &Interrupt::caught, this,
             [this] { guarded_(&PlaySession::onInterrupt_); });
 }
@@ -132,7 +134,7 @@ void PlaySession::onInterrupt_() {
         voice->stop();
     }
     // A playback that does not end by itself must not hold the user.
-    QTimer::singleShot(options_.fadeOut + 3000, &loop_, &QEventLoop::quit);
+    giveUp_.start(options_.fadeOut + 3000);
 }
 
 } // namespace vemo::tool

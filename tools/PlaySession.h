@@ -44,6 +44,7 @@ private:
     /// Ended voices stay: their last fade may still be on its thread.
     std::vector<std::unique_ptr<PlayVoice>> ended_;
     QTimer timer_;
+    QTimer giveUp_;
     QEventLoop loop_;
     std::exception_ptr failure_;
 };

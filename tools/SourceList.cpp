@@ -131,8 +131,9 @@ void nameSources(std::vector<Source>& sources, const NamesTable& names, const st
     }
     for (const auto& [file, row] : names) {
         if (!used.contains(file)) {
-            throw ToolError(ExitCode::Usage, label + ":" + std::to_string(row.line) +
-                                                 ": no source is called '" + file + "'");
+            std::string line = label + ":" + std::to_string(row.line);
+            line += ": no source is called '" + file + "'";
+            throw ToolError(ExitCode::Usage, line);
         }
     }
 }
