@@ -10,9 +10,9 @@ namespace {
 // The stream's filters work chunk by chunk and their echo depends on the chunk's length. QIODevice
 // gulps 16 KiB, so that is what they get, rounded up so that no frame is torn apart.
 std::size_t ChunkSize(const QAudioFormat& format) {
-    constexpr int Gulp = 16384;
-    const int frame = std::max(format.bytesPerFrame(), 1);
-    return static_cast<std::size_t>((Gulp + frame - 1) / frame * frame);
+    constexpr std::size_t Gulp = 16384;
+    const auto frame = static_cast<std::size_t>(std::max(format.bytesPerFrame(), 1));
+    return (Gulp + frame - 1) / frame * frame;
 }
 
 } // namespace

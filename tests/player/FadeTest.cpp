@@ -31,7 +31,7 @@ protected:
         format.setSampleRate(48000);
         format.setChannelCount(2);
         format.setSampleFormat(QAudioFormat::Int16);
-        silence_.setData(QByteArray(48000 * 4 * 60, '\0'));
+        silence_.setData(QByteArray(qsizetype{60} * 48000 * 4, '\0'));
         silence_.open(QIODevice::ReadOnly);
         sink_ = std::make_unique<QAudioSink>(QMediaDevices::defaultAudioOutput(), format);
         link_ = std::make_shared<SinkLink>(*sink_);
@@ -48,7 +48,7 @@ protected:
     QFuture<void> Start(float volume, unsigned int duration, bool stopAfterFade = false) {
         auto promise = std::make_shared<QPromise<void>>();
         promise->start();
-        const auto future = promise->future();
+        auto future = promise->future();
         thread_ = std::thread([this, promise, volume, duration, stopAfterFade] {
             RunFade(*promise, link_, volume, duration, stopAfterFade, [this] { ++finished_; });
             promise->finish();
