@@ -28,7 +28,7 @@ TEST(PullPath, neitherLocksNorAllocatesAfterTheFirstRead) {
         format.setChannelCount(channels);
         format.setSampleFormat(QAudioFormat::Int16);
         PullDevice device(stream, format, (file.Read().second - file.Read().first) * 4);
-        const auto piece = static_cast<qint64>(960 * 2 * channels);
+        const qint64 piece = qint64{960} * 2 * channels;
         std::vector<char> buffer(static_cast<std::size_t>(piece));
         ASSERT_EQ(device.read(buffer.data(), piece), piece);
 
