@@ -6,6 +6,7 @@
 #include <sfx/export.h>
 #include <sfx/model/BadFileException.h>
 #include <sfx/model/CustomAudioException.h>
+#include <sfx/model/CustomAudioParameters.h>
 #include <sfx/model/IntervalInterface.h>
 #include <sfx/model/SfxDto.h>
 #include <sfx/model/SfxException.h>

@@ -31,8 +31,9 @@ QThreadPool& SpareFadePool() {
 
 } // namespace
 
-std::shared_ptr<Playback> Playback::Create(SfxPlayerImpl& player, PlayerState& state) {
-    auto playback = std::make_shared<Playback>(player, state);
+std::shared_ptr<Playback> Playback::Create(SfxPlayerImpl& player, PlayerState& state,
+                                           std::shared_ptr<SfxPlayerImpl> keeper) {
+    auto playback = std::make_shared<Playback>(player, state, std::move(keeper));
     state.PlaybackBegins(playback);
     // All direct: the handlers lock for themselves, and run in the order of the playbacks.
     const std::weak_ptr<Playback> weak = playback;
@@ -61,8 +62,8 @@ std::shared_ptr<Playback> Playback::Create(SfxPlayerImpl& player, PlayerState& s
     return playback;
 }
 
-Playback::Playback(SfxPlayerImpl& player, PlayerState& state)
-    : player_(player), state_(state), pool_(state.PlaybackPool()) {}
+Playback::Playback(SfxPlayerImpl& player, PlayerState& state, std::shared_ptr<SfxPlayerImpl> keeper)
+    : player_(player), state_(state), keeper_(std::move(keeper)), pool_(state.PlaybackPool()) {}
 
 Playback::~Playback() = default;
 
@@ -124,7 +125,7 @@ void Playback::StartStopTask(bool urgent) {
             if (urgent)
                 Q_EMIT self->player_.fadeCancellationRequested();
             else
-                Q_EMIT self->player_.fadeRequested(0.0F, self->state_.Record().fadeOut(), true);
+                Q_EMIT self->player_.fadeRequested(0.0F, self->state_.Record()->fadeOut(), true);
             promise.finish();
             self->TaskEnds();
         }));

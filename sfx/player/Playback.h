@@ -28,9 +28,10 @@ class SinkStage;
 /// system holds the thread for ever.
 class Playback : public std::enable_shared_from_this<Playback> {
 public:
-    /// Connects to the player and counts itself in.
-    static std::shared_ptr<Playback> Create(SfxPlayerImpl& player, PlayerState& state);
-    Playback(SfxPlayerImpl& player, PlayerState& state);
+    /// Connects to the player and counts itself in. `keeper` owns the player, if anyone does.
+    static std::shared_ptr<Playback> Create(SfxPlayerImpl& player, PlayerState& state,
+                                            std::shared_ptr<SfxPlayerImpl> keeper);
+    Playback(SfxPlayerImpl& player, PlayerState& state, std::shared_ptr<SfxPlayerImpl> keeper);
     Playback(const Playback&) = delete;
     Playback& operator=(const Playback&) = delete;
     ~Playback();
@@ -75,6 +76,7 @@ private:
 
     SfxPlayerImpl& player_;
     PlayerState& state_;
+    std::shared_ptr<SfxPlayerImpl> keeper_;
     QThreadPool* pool_;
     std::array<QMetaObject::Connection, 5> connections_;
 
