@@ -36,6 +36,10 @@ void SfxPlayerImpl::SetFile(const std::shared_ptr<SfxFileInterface>& file) {
         SetSfxPath(file->Path());
 }
 
+std::shared_ptr<const sfx::SfxDto> SfxPlayerImpl::Record() const {
+    return state_->Record();
+}
+
 void SfxPlayerImpl::Play() {
     const auto playback = Playback::Create(*this, *state_, weak_from_this().lock());
     try {

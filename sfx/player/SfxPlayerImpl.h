@@ -38,6 +38,8 @@ public:
     void SetFile(SfxFileInterface* file);
     /// The same for a file that player and playbacks keep for as long as they need it.
     void SetFile(const std::shared_ptr<SfxFileInterface>& file);
+    /// The record as it is now, and will stay.
+    std::shared_ptr<const sfx::SfxDto> Record() const;
 
     void Play() override;
     void Stop(bool urgent) override;
