@@ -42,6 +42,8 @@ public:
     SfxPlayerControllerImpl(const SfxPlayerControllerImpl&) = delete;
     SfxPlayerControllerImpl& operator=(const SfxPlayerControllerImpl&) = delete;
 
+    using SfxPlayerControllerInterface::stop;
+
     void play(const CustomAudioParameters& parameters) override;
     std::uint64_t play(const std::string& request) override;
     bool play(std::uint64_t playerId) override;
