@@ -55,7 +55,7 @@ private:
 inline vemo::audio::sfx::SfxDto::SfxDtoBuilder Event(const std::string& eventId,
                                                      const std::string& effectId) {
     return vemo::audio::sfx::SfxDto::builder().eventId(eventId).effectId(effectId).name("cue " +
-                                                                                       eventId);
+                                                                                        eventId);
 }
 
 /// The controller of this process, on the calling thread, with a repository and an install that

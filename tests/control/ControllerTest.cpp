@@ -36,7 +36,8 @@ constexpr char UnknownId[] = "out_of_range invalid unordered_map<K, T> key";
 TEST(Controller, idsRunThroughRecordsCustomPlayersAndProxies) {
     ControlHouse house;
     auto& controller = house.Controller();
-    ASSERT_TRUE(house.Load({Event("sfx.1", "low.sfx").build(), Event("sfx.2", "high.sfx").build()}));
+    ASSERT_TRUE(
+        house.Load({Event("sfx.1", "low.sfx").build(), Event("sfx.2", "high.sfx").build()}));
     EXPECT_EQ(controller.SfxData(0).value()->eventId(), "sfx.1");
     EXPECT_EQ(controller.SfxData(1).value()->eventId(), "sfx.2");
 
@@ -75,12 +76,14 @@ TEST(Controller, textRequestsFindNamesEventsAndNumbers) {
     EXPECT_EQ(controller.play("1"), 1U);
 
     EXPECT_EQ(controller.play(""), 0U);
-    EXPECT_EQ(log.Last(), "Invalid request from OSC: cannot play sound effect player with event id ");
+    EXPECT_EQ(log.Last(),
+              "Invalid request from OSC: cannot play sound effect player with event id ");
     EXPECT_EQ(TextOf([&] { controller.play("42"); }), UnknownId);
     EXPECT_THROW(controller.play("99999999999999999999999"), std::out_of_range);
 
     controller.stop("nobody");
-    EXPECT_EQ(log.Last(), "Invalid request from OSC: cannot stop sound effect player with id nobody");
+    EXPECT_EQ(log.Last(),
+              "Invalid request from OSC: cannot stop sound effect player with id nobody");
     EXPECT_EQ(TextOf([&] { controller.stop("42"); }), UnknownId);
     EXPECT_THROW(controller.stop("99999999999999999999999"), std::out_of_range);
     controller.stop("door");
@@ -113,7 +116,8 @@ TEST(Controller, duplicateEventsKeepTheirOldestPlayer) {
     EXPECT_FALSE(house.Holds(1));
 
     // One event with two effects has two records' players, of which one is kept.
-    ASSERT_TRUE(house.Load({Event("sfx.1", "low.sfx").build(), Event("sfx.1", "high.sfx").build()}));
+    ASSERT_TRUE(
+        house.Load({Event("sfx.1", "low.sfx").build(), Event("sfx.1", "high.sfx").build()}));
     EXPECT_TRUE(house.Holds(0));
     EXPECT_FALSE(house.Holds(1));
     EXPECT_EQ(controller.SfxData(0).value()->effectId(), "low.sfx");
