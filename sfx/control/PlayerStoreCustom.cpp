@@ -61,6 +61,7 @@ PlayerStore::File_ PlayerStore::UserFile_(const std::string& url) {
     const auto file = std::shared_ptr<UserAudioFile>(
         new UserAudioFile(url, DecodeThread(), wiring_.userFileFailed), DeleteLater_);
     wiring_.connectFile(*file);
+    file->Start();
     return files_[url] = file;
 }
 

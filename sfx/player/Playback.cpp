@@ -35,30 +35,6 @@ std::shared_ptr<Playback> Playback::Create(SfxPlayerImpl& player, PlayerState& s
                                            std::shared_ptr<SfxPlayerImpl> keeper) {
     auto playback = std::make_shared<Playback>(player, state, std::move(keeper));
     state.PlaybackBegins(playback);
-    // All direct: the handlers lock for themselves, and run in the order of the playbacks.
-    const std::weak_ptr<Playback> weak = playback;
-    const auto control = [weak](void (QFuture<void>::*operation)()) {
-        return [weak, operation] {
-            if (const auto self = weak.lock())
-                self->OnFade(operation);
-        };
-    };
-    playback->connections_ = {
-        QObject::connect(&player, &SfxPlayerImpl::fadeRequested,
-                         [weak](VolumeType volume, FadeType duration, bool stopAfterFade) {
-                             if (const auto self = weak.lock())
-                                 self->OnFadeRequested(volume, duration, stopAfterFade);
-                         }),
-        QObject::connect(&player, &SfxPlayerImpl::fadeSuspensionRequested,
-                         control(&QFuture<void>::suspend)),
-        QObject::connect(&player, &SfxPlayerImpl::fadeResumeRequested,
-                         control(&QFuture<void>::resume)),
-        QObject::connect(&player, &SfxPlayerImpl::fadeCancellationRequested,
-                         control(&QFuture<void>::cancel)),
-        QObject::connect(&player, &SfxPlayerImpl::cancelSfx, [weak](bool urgent) {
-            if (const auto self = weak.lock())
-                self->OnStop(urgent);
-        })};
     return playback;
 }
 
@@ -227,11 +203,9 @@ void Playback::Leave() {
     leaving_ = true;
     if (link_)
         link_->Cut();
-    const QFuture<void> fade = fade_;
+    QFuture<void> fade = fade_;
     lock.unlock();
-    QFuture<void>(fade).resume();
-    for (const auto& connection : connections_)
-        QObject::disconnect(connection);
+    fade.resume();
     lock.lock();
     tasksOver_.wait(lock, [this] { return tasks_ == 0; });
     phase_ = Phase::Over;

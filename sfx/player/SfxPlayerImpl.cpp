@@ -14,7 +14,43 @@ SfxPlayerImpl::SfxPlayerImpl(sfx::SfxDto sfx, std::shared_ptr<QThreadPool> playb
                              std::shared_ptr<QThreadPool> stopPool, QObject* parent)
     : QObject(parent),
       state_(std::make_unique<PlayerState>(std::move(sfx), std::move(playbackPool),
-                                           std::move(stopPool))) {}
+                                           std::move(stopPool))) {
+    ConnectPlaybacks();
+}
+
+// Once and for all playbacks to come: several threads may emit these signals while others start
+// and end playbacks. Direct, since the handlers lock for themselves and hosts expect to be heard
+// before the call returns.
+void SfxPlayerImpl::ConnectPlaybacks() {
+    const auto each = [this](const auto& deliver) {
+        for (const auto& playback : state_->Playbacks())
+            deliver(*playback);
+    };
+    const auto control = [each](void (QFuture<void>::*operation)()) {
+        return [each, operation] {
+            each([operation](Playback& playback) { playback.OnFade(operation); });
+        };
+    };
+    constexpr auto Direct = Qt::DirectConnection;
+    connect(
+        this, &SfxPlayerImpl::fadeRequested, this,
+        [each](VolumeType volume, FadeType duration, bool stopAfterFade) {
+            each([=](Playback& playback) {
+                playback.OnFadeRequested(volume, duration, stopAfterFade);
+            });
+        },
+        Direct);
+    connect(this, &SfxPlayerImpl::fadeSuspensionRequested, this, control(&QFuture<void>::suspend),
+            Direct);
+    connect(this, &SfxPlayerImpl::fadeResumeRequested, this, control(&QFuture<void>::resume),
+            Direct);
+    connect(this, &SfxPlayerImpl::fadeCancellationRequested, this, control(&QFuture<void>::cancel),
+            Direct);
+    connect(
+        this, &SfxPlayerImpl::cancelSfx, this,
+        [each](bool urgent) { each([urgent](Playback& playback) { playback.OnStop(urgent); }); },
+        Direct);
+}
 
 SfxPlayerImpl::~SfxPlayerImpl() {
     // A host that destroys a player before it is done gets its playbacks ended, not a crash.

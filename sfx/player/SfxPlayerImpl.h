@@ -71,6 +71,8 @@ Q_SIGNALS:
     void fadeCancellationRequested();
 
 private:
+    void ConnectPlaybacks();
+
     std::unique_ptr<PlayerState> state_;
 };
 

@@ -34,6 +34,9 @@ UserAudioFile::UserAudioFile(std::string path, QThread& home, FailureHandler onF
     data_->path = std::move(path);
     data_->onFailure = std::move(onFailure);
     moveToThread(&home);
+}
+
+void UserAudioFile::Start() {
     // A decoder belongs to the thread that makes it.
     QMetaObject::invokeMethod(this, &UserAudioFile::start_, Qt::QueuedConnection);
 }

@@ -31,11 +31,15 @@ public:
     /// Told of a failed decode, on the file's thread; file.failure() has the whole story.
     using FailureHandler = std::function<void(const UserAudioFile& file,
                                               const vemo::sfx::CustomAudioException& fault)>;
-    /// The same, made on any thread for `home`, whose event loop runs. A failure, a decoder that
-    /// stands still for ten seconds included, goes to the handler and is not thrown. The file is
-    /// destroyed on `home` (deleteLater).
+    /// The same, made on any thread for `home`, whose event loop runs; it decodes from Start() on.
+    /// A failure, a decoder that stands still for ten seconds included, goes to the handler and is
+    /// not thrown. The file is destroyed on `home` (deleteLater).
     UserAudioFile(std::string path, QThread& home, FailureHandler onFailure);
     ~UserAudioFile() override;
+
+    /// Starts the decode of a file that was made for another thread; called once, by the thread
+    /// that made it.
+    void Start();
 
     /// Format of the PCM; invalid until the first buffer has arrived.
     QAudioFormat Format() const;
