@@ -1,7 +1,9 @@
 #pragma once
 
 // Everything a host needs.
+#include <sfx/catalogue/ChangeLogSfxRepository.h>
 #include <sfx/catalogue/SfxManifest.h>
+#include <sfx/catalogue/SfxRepository.h>
 #include <sfx/catalogue/SfxVector.h>
 #include <sfx/export.h>
 #include <sfx/model/BadFileException.h>
