@@ -138,6 +138,12 @@ ConsoleCommands::Outcome ConsoleCommands::run_(const std::vector<std::string>& w
         app.parse(backwards);
     } catch (const CLI::CallForHelp&) {
         say_(app.get_subcommands().front()->help());
+    } catch (const CLI::ParseError&) {
+        if (!app.get_subcommands().empty()) {
+            throw;
+        }
+        throw ToolError(ExitCode::Usage,
+                        "no command '" + words.front() + "' (`help` shows the commands)");
     }
     return outcome;
 }

@@ -39,6 +39,9 @@ void CueList::play(const std::string& cueOrFile) {
     }
     for (auto& cue : starting) {
         cue->play();
+        if (cue->seconds() < 0.0) {
+            throw ToolError(cue->fault().value());
+        }
         // A player that plays already is done when its last playback is.
         std::erase_if(cues_, [&](const auto& running) { return running->id() == cue->id(); });
         cue->begins();

@@ -73,6 +73,7 @@ LineEditor::~LineEditor() {
 }
 
 void LineEditor::ask() {
+    el_reset(editor_.get());                 // the line before is still in it
     el_set(editor_.get(), EL_UNBUFFERED, 1); // shows the prompt
     editing_ = true;
     notifier_.setEnabled(true);
