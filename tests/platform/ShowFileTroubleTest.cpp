@@ -95,7 +95,8 @@ TEST(ShowFile, isUnchangedWhenAnEditCannotBeWritten) {
                       "");
             EXPECT_EQ(Lines().at(0), "1 sfx.1 a");
             LimitFiles(RLIM_INFINITY);
-            Add("sfx.2", "b");
+            Add("sfx.2");
+            editor.EditSoundEffectSFXPropertyValues(Events().back(), Named("b"));
         }
         LimitFiles(1); // the close cannot tidy up
         CL::CloseShow();
