@@ -1,6 +1,7 @@
 #pragma once
 
 // Everything a host needs.
+#include <sfx/catalogue/ChangeLogSfxRepository.h>
 #include <sfx/catalogue/SfxManifest.h>
 #include <sfx/catalogue/SfxRepository.h>
 #include <sfx/catalogue/SfxVector.h>
