@@ -5,9 +5,16 @@
 #include <sfx/catalogue/SfxManifest.h>
 #include <sfx/catalogue/SfxRepository.h>
 #include <sfx/catalogue/SfxVector.h>
+#include <sfx/control/GetSfxPlayer.h>
+#include <sfx/control/SfxPlayer.h>
+#include <sfx/control/SfxPlayerConnectionMediator.h>
+#include <sfx/control/SfxPlayerController.h>
+#include <sfx/control/SfxPlayerControllerImpl.h>
+#include <sfx/control/SfxPlayerControllerInterface.h>
 #include <sfx/export.h>
 #include <sfx/model/BadFileException.h>
 #include <sfx/model/CustomAudioException.h>
+#include <sfx/model/CustomAudioParameters.h>
 #include <sfx/model/IntervalInterface.h>
 #include <sfx/model/SfxDto.h>
 #include <sfx/model/SfxException.h>

@@ -51,10 +51,8 @@ Q_SIGNALS:
 
 public Q_SLOTS:
     bool registerSfxPlayerController(SfxPlayerControllerImpl& controller);
-    /// Throws std::runtime_error "No sound effect player controller registered"; the proxy that
-    /// waits for `playerCreated` hears of it there when this runs on another thread.
-    bool registerSfxPlayerProxy(SfxPlayerProxy* proxy, uint64_t id,
-                                const vemo::audio::sfx::SfxDto& record,
+    /// Throws std::runtime_error "No sound effect player controller registered".
+    bool registerSfxPlayerProxy(SfxPlayerProxy* proxy, uint64_t id, const sfx::SfxDto& record,
                                 std::shared_ptr<std::promise<void>> playerCreated);
     /// To be called by a host after it has changed records: the controller reloads them.
     void onSoundEffectsChanged();
@@ -64,8 +62,12 @@ public Q_SLOTS:
     void onFadeRequested(uint64_t id, double volume, unsigned int duration);
 
 private:
+    friend class SfxPlayerProxy;
+
     SfxPlayerConnectionMediator() = default;
     ~SfxPlayerConnectionMediator() override = default;
+
+    SfxPlayerControllerImpl* Controller_();
 
     QMutex mutex_;
     QPointer<SfxPlayerControllerImpl> controller_;

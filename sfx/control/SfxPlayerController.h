@@ -24,6 +24,8 @@ public:
     SfxPlayerController();
     ~SfxPlayerController() override;
 
+    using SfxPlayerControllerInterface::stop;
+
     void play(const CustomAudioParameters& parameters) override;
     std::uint64_t play(const std::string& request) override;
     bool play(std::uint64_t playerId) override;

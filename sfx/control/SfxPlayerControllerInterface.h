@@ -44,6 +44,8 @@ public:
     /// does.
     virtual void stop(std::uint64_t playerId) = 0;
     virtual void stop() = 0;
+    /// A literal is a request by text; without this it would turn into a bool and stop everything.
+    void stop(const char* request) { stop(std::string(request)); }
 
     /// As SfxPlayerInterface has them.
     virtual float GetDuration(std::uint64_t playerId) = 0;

@@ -19,7 +19,6 @@ public:
     explicit FileGate(SfxFileInterface* file);
 
     State Look();
-    SfxFileInterface* File() const { return file_; }
     /// Why the file is unusable.
     QString Reason() const;
     std::chrono::steady_clock::duration Waited() const;

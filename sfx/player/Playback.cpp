@@ -31,38 +31,15 @@ QThreadPool& SpareFadePool() {
 
 } // namespace
 
-std::shared_ptr<Playback> Playback::Create(SfxPlayerImpl& player, PlayerState& state) {
-    auto playback = std::make_shared<Playback>(player, state);
+std::shared_ptr<Playback> Playback::Create(SfxPlayerImpl& player, PlayerState& state,
+                                           std::shared_ptr<SfxPlayerImpl> keeper) {
+    auto playback = std::make_shared<Playback>(player, state, std::move(keeper));
     state.PlaybackBegins(playback);
-    // All direct: the handlers lock for themselves, and run in the order of the playbacks.
-    const std::weak_ptr<Playback> weak = playback;
-    const auto control = [weak](void (QFuture<void>::*operation)()) {
-        return [weak, operation] {
-            if (const auto self = weak.lock())
-                self->OnFade(operation);
-        };
-    };
-    playback->connections_ = {
-        QObject::connect(&player, &SfxPlayerImpl::fadeRequested,
-                         [weak](VolumeType volume, FadeType duration, bool stopAfterFade) {
-                             if (const auto self = weak.lock())
-                                 self->OnFadeRequested(volume, duration, stopAfterFade);
-                         }),
-        QObject::connect(&player, &SfxPlayerImpl::fadeSuspensionRequested,
-                         control(&QFuture<void>::suspend)),
-        QObject::connect(&player, &SfxPlayerImpl::fadeResumeRequested,
-                         control(&QFuture<void>::resume)),
-        QObject::connect(&player, &SfxPlayerImpl::fadeCancellationRequested,
-                         control(&QFuture<void>::cancel)),
-        QObject::connect(&player, &SfxPlayerImpl::cancelSfx, [weak](bool urgent) {
-            if (const auto self = weak.lock())
-                self->OnStop(urgent);
-        })};
     return playback;
 }
 
-Playback::Playback(SfxPlayerImpl& player, PlayerState& state)
-    : player_(player), state_(state), pool_(state.PlaybackPool()) {}
+Playback::Playback(SfxPlayerImpl& player, PlayerState& state, std::shared_ptr<SfxPlayerImpl> keeper)
+    : player_(player), state_(state), keeper_(std::move(keeper)), pool_(state.PlaybackPool()) {}
 
 Playback::~Playback() = default;
 
@@ -124,7 +101,7 @@ void Playback::StartStopTask(bool urgent) {
             if (urgent)
                 Q_EMIT self->player_.fadeCancellationRequested();
             else
-                Q_EMIT self->player_.fadeRequested(0.0F, self->state_.Record().fadeOut(), true);
+                Q_EMIT self->player_.fadeRequested(0.0F, self->state_.Record()->fadeOut(), true);
             promise.finish();
             self->TaskEnds();
         }));
@@ -226,11 +203,9 @@ void Playback::Leave() {
     leaving_ = true;
     if (link_)
         link_->Cut();
-    const QFuture<void> fade = fade_;
+    QFuture<void> fade = fade_;
     lock.unlock();
-    QFuture<void>(fade).resume();
-    for (const auto& connection : connections_)
-        QObject::disconnect(connection);
+    fade.resume();
     lock.lock();
     tasksOver_.wait(lock, [this] { return tasks_ == 0; });
     phase_ = Phase::Over;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <atomic>
 #include <condition_variable>
 #include <cstdint>
@@ -8,7 +7,6 @@
 #include <mutex>
 
 #include <QFuture>
-#include <QMetaObject>
 
 #include <sfx/player/PlayerState.h>
 #include <sfx/player/SfxPlayerImpl.h>
@@ -20,17 +18,18 @@ class PullDevice;
 class SinkStage;
 
 /// One playback of a player, from Play() to the end. It comes into being on the caller's thread
-/// with its connections made, so that no stop or fade that follows Play() is lost, and runs on a
-/// thread of the playback pool, where sink, stream and event loop live (SinkStage).
+/// and is known to the player at once, so that no stop or fade that follows Play() is lost, and
+/// runs on a thread of the playback pool, where sink, stream and event loop live (SinkStage).
 ///
 /// It ends exactly once: sfxFinished is emitted, then the player's count goes down, whoever ends
 /// it: its own thread, a stop before that thread has come, or the supervisor when the audio
 /// system holds the thread for ever.
 class Playback : public std::enable_shared_from_this<Playback> {
 public:
-    /// Connects to the player and counts itself in.
-    static std::shared_ptr<Playback> Create(SfxPlayerImpl& player, PlayerState& state);
-    Playback(SfxPlayerImpl& player, PlayerState& state);
+    /// Counts itself in. `keeper` owns the player, if anyone does.
+    static std::shared_ptr<Playback> Create(SfxPlayerImpl& player, PlayerState& state,
+                                            std::shared_ptr<SfxPlayerImpl> keeper);
+    Playback(SfxPlayerImpl& player, PlayerState& state, std::shared_ptr<SfxPlayerImpl> keeper);
     Playback(const Playback&) = delete;
     Playback& operator=(const Playback&) = delete;
     ~Playback();
@@ -39,6 +38,11 @@ public:
     void Run();
     /// Ends without a fade. Any thread.
     void EndAtOnce();
+
+    /// The player's signals, on whatever thread emits them.
+    void OnStop(bool urgent);
+    void OnFadeRequested(VolumeType volume, FadeType duration, bool stopAfterFade);
+    void OnFade(void (QFuture<void>::*control)());
 
     /// Counts up as long as the playback's thread is alive and well. Any thread.
     std::uint64_t Beat() const { return beat_.load(std::memory_order_relaxed); }
@@ -51,11 +55,6 @@ private:
     friend class SinkStage;
 
     enum class Phase { Queued, Preparing, Playing, Finished, Over };
-
-    // The player's signals, on the thread that emits them.
-    void OnStop(bool urgent);
-    void OnFadeRequested(VolumeType volume, FadeType duration, bool stopAfterFade);
-    void OnFade(void (QFuture<void>::*control)());
 
     void StartStopTask(bool urgent);
     /// False when a stop came before the sink could start.
@@ -75,8 +74,8 @@ private:
 
     SfxPlayerImpl& player_;
     PlayerState& state_;
+    std::shared_ptr<SfxPlayerImpl> keeper_;
     QThreadPool* pool_;
-    std::array<QMetaObject::Connection, 5> connections_;
 
     mutable std::mutex mutex_;
     std::condition_variable tasksOver_;

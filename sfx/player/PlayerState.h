@@ -15,28 +15,33 @@ namespace vemo::audio {
 
 class Playback;
 
-/// What a player shares with its playbacks: the record, which setters change while playbacks read
-/// it, the file and the pools. Any thread.
+/// What a player shares with its playbacks: the record, which setters change while playbacks and
+/// hosts read it, the file and the pools. Any thread.
+///
+/// A record that others may see is never written to: a change makes a new one.
 class PlayerState {
 public:
     PlayerState(sfx::SfxDto sfx, std::shared_ptr<QThreadPool> playbackPool,
                 std::shared_ptr<QThreadPool> stopPool);
     ~PlayerState();
 
-    /// A copy of the record as it is now.
-    sfx::SfxDto Record() const;
-    QString EventId() const;
-    const sfx::SfxDto* RawRecord() const { return record_.get(); }
+    /// The record as it is now, and will stay.
+    std::shared_ptr<const sfx::SfxDto> Record() const;
+    /// The same for a host, which may still read it when it has been replaced.
+    const sfx::SfxDto* HandOutRecord();
+    QString EventId() const { return QString::fromStdString(Record()->eventId()); }
 
-    /// Runs `change` on the record, alone.
+    /// Runs `change` on a copy of the record, which then is the record.
     template <typename Editor>
     void Change(const Editor& change) {
         const std::lock_guard lock(mutex_);
-        change(*record_);
+        auto changed = std::make_shared<sfx::SfxDto>(*record_);
+        change(*changed);
+        Supersede(std::move(changed));
     }
 
-    SfxFileInterface* File() const { return file_.load(std::memory_order_acquire); }
-    void SetFile(SfxFileInterface* file) { file_.store(file, std::memory_order_release); }
+    std::shared_ptr<SfxFileInterface> File() const;
+    void SetFile(std::shared_ptr<SfxFileInterface> file);
 
     QThreadPool* PlaybackPool() const { return playbackPool_.get(); }
     QThreadPool* StopPool() const { return stopPool_.get(); }
@@ -49,12 +54,15 @@ public:
     std::vector<std::shared_ptr<Playback>> Playbacks() const;
 
 private:
+    void Supersede(std::shared_ptr<const sfx::SfxDto> record);
+
     mutable std::mutex mutex_;
     std::atomic<unsigned short> active_ = 0;
-    std::shared_ptr<sfx::SfxDto> record_;
+    std::shared_ptr<const sfx::SfxDto> record_;
+    bool handedOut_ = false;
     std::shared_ptr<QThreadPool> playbackPool_;
     std::shared_ptr<QThreadPool> stopPool_;
-    std::atomic<SfxFileInterface*> file_ = nullptr;
+    std::shared_ptr<SfxFileInterface> file_;
     std::vector<std::weak_ptr<Playback>> playbacks_;
 };
 

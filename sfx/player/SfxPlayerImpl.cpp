@@ -10,49 +10,47 @@
 
 namespace vemo::audio {
 
-PlayerState::PlayerState(sfx::SfxDto sfx, std::shared_ptr<QThreadPool> playbackPool,
-                         std::shared_ptr<QThreadPool> stopPool)
-    : record_(std::make_shared<sfx::SfxDto>(std::move(sfx))),
-      playbackPool_(std::move(playbackPool)),
-      stopPool_(std::move(stopPool)) {}
-
-PlayerState::~PlayerState() {
-    stopPool_.reset();
-    playbackPool_.reset();
-}
-
-sfx::SfxDto PlayerState::Record() const {
-    const std::lock_guard lock(mutex_);
-    return *record_;
-}
-
-QString PlayerState::EventId() const {
-    const std::lock_guard lock(mutex_);
-    return QString::fromStdString(record_->eventId());
-}
-
-void PlayerState::PlaybackBegins(const std::shared_ptr<Playback>& playback) {
-    active_.fetch_add(1, std::memory_order_acq_rel);
-    const std::lock_guard lock(mutex_);
-    std::erase_if(playbacks_, [](const auto& known) { return known.expired(); });
-    playbacks_.push_back(playback);
-}
-
-std::vector<std::shared_ptr<Playback>> PlayerState::Playbacks() const {
-    std::vector<std::shared_ptr<Playback>> alive;
-    const std::lock_guard lock(mutex_);
-    for (const auto& known : playbacks_) {
-        if (auto playback = known.lock())
-            alive.push_back(std::move(playback));
-    }
-    return alive;
-}
-
 SfxPlayerImpl::SfxPlayerImpl(sfx::SfxDto sfx, std::shared_ptr<QThreadPool> playbackPool,
                              std::shared_ptr<QThreadPool> stopPool, QObject* parent)
     : QObject(parent),
       state_(std::make_unique<PlayerState>(std::move(sfx), std::move(playbackPool),
-                                           std::move(stopPool))) {}
+                                           std::move(stopPool))) {
+    ConnectPlaybacks();
+}
+
+// Once and for all playbacks to come: several threads may emit these signals while others start
+// and end playbacks. Direct, since the handlers lock for themselves and hosts expect to be heard
+// before the call returns.
+void SfxPlayerImpl::ConnectPlaybacks() {
+    const auto each = [this](const auto& deliver) {
+        for (const auto& playback : state_->Playbacks())
+            deliver(*playback);
+    };
+    const auto control = [each](void (QFuture<void>::*operation)()) {
+        return [each, operation] {
+            each([operation](Playback& playback) { playback.OnFade(operation); });
+        };
+    };
+    constexpr auto Direct = Qt::DirectConnection;
+    connect(
+        this, &SfxPlayerImpl::fadeRequested, this,
+        [each](VolumeType volume, FadeType duration, bool stopAfterFade) {
+            each([=](Playback& playback) {
+                playback.OnFadeRequested(volume, duration, stopAfterFade);
+            });
+        },
+        Direct);
+    connect(this, &SfxPlayerImpl::fadeSuspensionRequested, this, control(&QFuture<void>::suspend),
+            Direct);
+    connect(this, &SfxPlayerImpl::fadeResumeRequested, this, control(&QFuture<void>::resume),
+            Direct);
+    connect(this, &SfxPlayerImpl::fadeCancellationRequested, this, control(&QFuture<void>::cancel),
+            Direct);
+    connect(
+        this, &SfxPlayerImpl::cancelSfx, this,
+        [each](bool urgent) { each([urgent](Playback& playback) { playback.OnStop(urgent); }); },
+        Direct);
+}
 
 SfxPlayerImpl::~SfxPlayerImpl() {
     // A host that destroys a player before it is done gets its playbacks ended, not a crash.
@@ -64,14 +62,22 @@ SfxPlayerImpl::~SfxPlayerImpl() {
 }
 
 void SfxPlayerImpl::SetFile(SfxFileInterface* file) {
+    // Not owned: shared with nobody.
+    SetFile(std::shared_ptr<SfxFileInterface>(std::shared_ptr<void>(), file));
+}
+
+void SfxPlayerImpl::SetFile(const std::shared_ptr<SfxFileInterface>& file) {
     state_->SetFile(file);
-    if (file == nullptr)
-        return;
-    SetSfxPath(file->Path());
+    if (file != nullptr)
+        SetSfxPath(file->Path());
+}
+
+std::shared_ptr<const sfx::SfxDto> SfxPlayerImpl::Record() const {
+    return state_->Record();
 }
 
 void SfxPlayerImpl::Play() {
-    const auto playback = Playback::Create(*this, *state_);
+    const auto playback = Playback::Create(*this, *state_, weak_from_this().lock());
     try {
         static_cast<void>(
             QtConcurrent::run(state_->PlaybackPool(), [playback] { playback->Run(); }));
@@ -101,9 +107,7 @@ void SfxPlayerImpl::SetVolume(float volume) {
 }
 
 float SfxPlayerImpl::Volume() {
-    float volume = 0.0F;
-    state_->Change([&volume](const sfx::SfxDto& record) { volume = record.volume(); });
-    return volume;
+    return state_->Record()->volume();
 }
 
 void SfxPlayerImpl::SetReverb(float reverb) {
@@ -119,6 +123,9 @@ void SfxPlayerImpl::SetSfxPath(const std::string& path) {
 }
 
 void SfxPlayerImpl::ReplaceSfxData(const sfx::SfxDto& other) {
+    const auto held = state_->Record();
+    if (*held == other && held->eventId() == other.eventId())
+        return;
     state_->Change([&other](sfx::SfxDto& record) {
         record.setName(other.name());
         record.setEventId(other.eventId());
@@ -137,7 +144,7 @@ void SfxPlayerImpl::ReplaceSfxData(const sfx::SfxDto& other) {
 }
 
 float SfxPlayerImpl::GetDuration() {
-    const SfxFileInterface* file = state_->File();
+    const auto file = state_->File();
     return file == nullptr ? -1.0F : file->Duration();
 }
 
@@ -155,13 +162,11 @@ void SfxPlayerImpl::WaitUntilDone() {
 }
 
 bool SfxPlayerImpl::PlaysSameSfx(const sfx::SfxDto& other) {
-    bool same = false;
-    state_->Change([&](const sfx::SfxDto& record) { same = record == other; });
-    return same;
+    return *state_->Record() == other;
 }
 
 const sfx::SfxDto* SfxPlayerImpl::SfxData() const {
-    return state_->RawRecord();
+    return state_->HandOutRecord();
 }
 
 } // namespace vemo::audio

@@ -20,9 +20,11 @@ class PlayerState;
 /// Plays one record on the default output through QAudioSink. Each Play() is a playback of its own
 /// on a thread of the playback pool.
 ///
-/// Any thread may call any operation. The file given with SetFile and the player itself must live
-/// until Done().
-class SFX_EXPORT SfxPlayerImpl : public QObject, public SfxPlayerInterface {
+/// Any thread may call any operation. A player that a std::shared_ptr owns is kept by its playbacks
+/// until they are over; any other must live until Done().
+class SFX_EXPORT SfxPlayerImpl : public QObject,
+                                 public SfxPlayerInterface,
+                                 public std::enable_shared_from_this<SfxPlayerImpl> {
     Q_OBJECT
 
 public:
@@ -31,9 +33,13 @@ public:
                   std::shared_ptr<QThreadPool> stopPool, QObject* parent);
     ~SfxPlayerImpl() override;
 
-    /// The file that the next Play() sounds; not owned. It may still be decoding. The record's
-    /// effect path becomes the file's path.
+    /// The file that the next Play() sounds; not owned, it must live until Done(). It may still be
+    /// decoding. The record's effect path becomes the file's path.
     void SetFile(SfxFileInterface* file);
+    /// The same for a file that player and playbacks keep for as long as they need it.
+    void SetFile(const std::shared_ptr<SfxFileInterface>& file);
+    /// The record as it is now, and will stay.
+    std::shared_ptr<const sfx::SfxDto> Record() const;
 
     void Play() override;
     void Stop(bool urgent) override;
@@ -65,6 +71,8 @@ Q_SIGNALS:
     void fadeCancellationRequested();
 
 private:
+    void ConnectPlaybacks();
+
     std::unique_ptr<PlayerState> state_;
 };
 

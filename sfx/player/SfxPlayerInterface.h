@@ -11,6 +11,8 @@ namespace vemo::audio {
 using VolumeType = float;
 /// Milliseconds.
 using FadeType = unsigned int;
+/// Id of an output device, with the life time of a string literal: calls may be queued.
+using AudioDeviceType = const wchar_t*;
 
 /// Plays one effect record. The order of the virtual operations is part of the interface.
 class SFX_EXPORT SfxPlayerInterface {
@@ -43,7 +45,9 @@ public:
     /// Blocks until Done(); looks every 100 ms.
     virtual void WaitUntilDone() = 0;
     virtual bool PlaysSameSfx(const sfx::SfxDto& other) = 0;
-    /// The player's own record, valid as long as the player.
+    /// The player's record as it is now. It does not change any more: read it at once, or copy it.
+    /// It stays readable while it is the player's record, and then until 4096 further records
+    /// that were handed out have been replaced in this process.
     virtual const sfx::SfxDto* SfxData() const = 0;
 };
 

@@ -8,6 +8,7 @@
 #include <sfx/player/FileGate.h>
 #include <sfx/player/Log.h>
 #include <sfx/player/Playback.h>
+#include <sfx/source/EncryptedVorbisFile.h>
 #include <sfx/source/UserAudioFile.h>
 
 namespace vemo::audio {
@@ -47,16 +48,17 @@ void SinkStage::Sound() {
     QObject::connect(&tick, &QTimer::timeout, &tick, [this] { OnTick(); });
     tick.start(TickInterval);
 
-    SfxFileInterface* const file = WaitForFile();
-    if (file == nullptr || !Open(*file) || !playback_.EnterPlaying(link_, *device_))
+    file_ = WaitForFile();
+    if (file_ == nullptr || !Open(*file_) || !playback_.EnterPlaying(link_, *device_))
         return;
     Start();
     if (!ended_)
         loop_.exec();
 }
 
-SfxFileInterface* SinkStage::WaitForFile() {
-    FileGate gate(playback_.state_.File());
+std::shared_ptr<SfxFileInterface> SinkStage::WaitForFile() {
+    auto file = playback_.state_.File();
+    FileGate gate(file.get());
     // The wait is short or the cue is late anyway: look often at first, then take it easy.
     QTimer poll;
     poll.setTimerType(Qt::PreciseTimer);
@@ -67,12 +69,14 @@ SfxFileInterface* SinkStage::WaitForFile() {
             poll.setInterval(20ms);
     });
     if (gate.Look() == FileGate::State::Waiting) {
+        if (auto* installed = dynamic_cast<EncryptedVorbisFile*>(file.get()))
+            installed->Expedite();
         poll.start(2ms);
         loop_.exec();
     }
     if (gate.Look() == FileGate::State::Unusable)
         qCWarning(lcPlayer).noquote() << "nothing to play:" << gate.Reason();
-    return gate.Look() == FileGate::State::Open ? gate.File() : nullptr;
+    return gate.Look() == FileGate::State::Open ? file : nullptr;
 }
 
 QAudioFormat SinkStage::FormatOf(const SfxFileInterface& file) const {
@@ -86,7 +90,7 @@ QAudioFormat SinkStage::FormatOf(const SfxFileInterface& file) const {
 }
 
 bool SinkStage::Open(SfxFileInterface& file) {
-    record_ = std::make_shared<sfx::SfxDto>(playback_.state_.Record());
+    record_ = std::make_shared<sfx::SfxDto>(*playback_.state_.Record());
     stream_ = std::make_unique<SfxAudioStream>(record_, &file, nullptr);
     // Looked up just before it is opened: an output that has gone holds its opener for ever.
     output_ = QMediaDevices::defaultAudioOutput();
@@ -147,6 +151,8 @@ void SinkStage::OnStateChanged(QAudio::State state) {
             device_->EndStream();
             return;
         }
+        if (sink_->state() == QAudio::StoppedState && !ended_)
+            qCWarning(lcPlayer).noquote() << output_.description() << "has stopped by itself";
         break;
     case QAudio::SuspendedState:
         break;

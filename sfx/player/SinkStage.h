@@ -34,7 +34,7 @@ public:
     void Close();
 
 private:
-    SfxFileInterface* WaitForFile();
+    std::shared_ptr<SfxFileInterface> WaitForFile();
     bool Open(SfxFileInterface& file);
     QAudioFormat FormatOf(const SfxFileInterface& file) const;
     void Start();
@@ -53,6 +53,7 @@ private:
     QAudioDevice output_;
     QAudioFormat format_;
     std::shared_ptr<sfx::SfxDto> record_;
+    std::shared_ptr<SfxFileInterface> file_;
     // The sink goes first, then what it pulls from.
     std::unique_ptr<SfxAudioStream> stream_;
     std::unique_ptr<PullDevice> device_;

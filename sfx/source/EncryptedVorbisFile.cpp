@@ -90,6 +90,7 @@ struct EncryptedVorbisFile::Decode {
     QAudioFormat format;
     std::string failure;
     std::mutex mutex; // held by the task for its whole run
+    std::atomic<bool> taken = false;
     std::atomic<Stage> stage = Stage::Decoding;
 
     // Recursive, since a directly connected receiver of isReady may destroy the file.
@@ -97,6 +98,8 @@ struct EncryptedVorbisFile::Decode {
     EncryptedVorbisFile* owner = nullptr;
 
     void Run() {
+        if (taken.exchange(true))
+            return;
         const std::lock_guard lock(mutex);
         try {
             Fill(ExtractAudioData_(path));
@@ -105,7 +108,7 @@ struct EncryptedVorbisFile::Decode {
             if (failure.find(path) == std::string::npos)
                 failure = path + ": " + failure;
             stage.store(Stage::Failed, std::memory_order_release);
-            throw;
+            return;
         }
         const std::lock_guard ownerLock(ownerMutex);
         if (owner != nullptr)
@@ -126,9 +129,16 @@ struct EncryptedVorbisFile::Decode {
     }
 };
 
-EncryptedVorbisFile::EncryptedVorbisFile(std::string path) : decode_(std::make_shared<Decode>()) {
+EncryptedVorbisFile::EncryptedVorbisFile(std::string path)
+    : EncryptedVorbisFile(std::move(path), nullptr) {}
+
+EncryptedVorbisFile::EncryptedVorbisFile(std::string path,
+                                         const std::function<void(EncryptedVorbisFile&)>& connect)
+    : decode_(std::make_shared<Decode>()) {
     decode_->path = std::move(path);
     decode_->owner = this;
+    if (connect)
+        connect(*this);
     LoadBuffer_();
 }
 
@@ -141,6 +151,20 @@ void EncryptedVorbisFile::LoadBuffer_() {
     // The future is dropped: a failure stays in stage() and failure().
     static_cast<void>(
         QtConcurrent::run(QThreadPool::globalInstance(), [decode = decode_] { decode->Run(); }));
+}
+
+void EncryptedVorbisFile::Expedite() {
+    if (decode_->taken)
+        return;
+    // A second task, ahead of the queue; whichever comes first decodes.
+    constexpr int AheadOfTheQueue = 2;
+    const auto decode = [decode = decode_] {
+        try {
+            decode->Run();
+        } catch (...) { // a receiver's; the first task would have dropped it with its future
+        }
+    };
+    QThreadPool::globalInstance()->start(decode, AheadOfTheQueue);
 }
 
 std::pair<const char*, const char*> EncryptedVorbisFile::Read() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -24,7 +25,14 @@ class SFX_EXPORT EncryptedVorbisFile : public QObject, public SfxFileInterface, 
 public:
     /// Returns before the file is read; nothing about the path is checked here.
     explicit EncryptedVorbisFile(std::string path);
+    /// The same; `connect` runs on the caller's thread before the decode starts, so that what it
+    /// connects to isReady misses nothing, however fast the decode is.
+    EncryptedVorbisFile(std::string path, const std::function<void(EncryptedVorbisFile&)>& connect);
     ~EncryptedVorbisFile() override;
+
+    /// Somebody waits for this file: its decode goes before those of all others that have not
+    /// started. Any thread.
+    void Expedite();
 
     /// Signed 16-bit PCM in native byte order.
     std::pair<const char*, const char*> Read() override;

@@ -1,70 +1,109 @@
 #include <sfx/source/UserAudioFile.h>
 
 #include <atomic>
+#include <chrono>
 
 #include <QAudioBuffer>
 #include <QByteArray>
 #include <QThread>
+#include <QTimer>
 #include <QUrl>
-
-#include <sfx/model/CustomAudioException.h>
 
 namespace vemo::audio {
 
 struct UserAudioFile::Data {
-    QAudioDecoder decoder;
+    std::unique_ptr<QAudioDecoder> decoder;
     float duration = 0.0F;
     std::string path;
     QByteArray buffer;
     QAudioFormat format;
     std::string failure;
+    FailureHandler onFailure;
+    std::unique_ptr<QTimer> standstill;
     std::atomic<std::uint64_t> decodedBytes = 0;
     std::atomic<Stage> stage = Stage::Decoding;
-
-    void Fail(const std::string& reason) {
-        failure = path + ": " + reason;
-        stage.store(Stage::Failed, std::memory_order_release);
-    }
 };
 
 UserAudioFile::UserAudioFile(std::string path) : data_(std::make_unique<Data>()) {
     data_->path = std::move(path);
-    connect(&data_->decoder, &QAudioDecoder::bufferReady, this, &UserAudioFile::onBufferReady_);
-    connect(&data_->decoder, qOverload<QAudioDecoder::Error>(&QAudioDecoder::error), this,
-            &UserAudioFile::onError_);
-    connect(&data_->decoder, &QAudioDecoder::finished, this, &UserAudioFile::onFinished_);
-    data_->decoder.setSource(QUrl(QString::fromStdString(data_->path)));
-    data_->decoder.start();
+    start_();
+}
+
+UserAudioFile::UserAudioFile(std::string path, QThread& home, FailureHandler onFailure)
+    : data_(std::make_unique<Data>()) {
+    data_->path = std::move(path);
+    data_->onFailure = std::move(onFailure);
+    moveToThread(&home);
+}
+
+void UserAudioFile::Start() {
+    // A decoder belongs to the thread that makes it.
+    QMetaObject::invokeMethod(this, &UserAudioFile::start_, Qt::QueuedConnection);
 }
 
 UserAudioFile::~UserAudioFile() = default;
 
+void UserAudioFile::start_() {
+    data_->decoder = std::make_unique<QAudioDecoder>();
+    const auto* decoder = data_->decoder.get();
+    connect(decoder, &QAudioDecoder::bufferReady, this, &UserAudioFile::onBufferReady_);
+    connect(decoder, qOverload<QAudioDecoder::Error>(&QAudioDecoder::error), this,
+            &UserAudioFile::onError_);
+    connect(decoder, &QAudioDecoder::finished, this, &UserAudioFile::onFinished_);
+    if (data_->onFailure) {
+        // Some files give the decoder neither a buffer nor an error, ever.
+        data_->standstill = std::make_unique<QTimer>();
+        data_->standstill->setSingleShot(true);
+        connect(data_->standstill.get(), &QTimer::timeout, this,
+                [this] { fail_("the decoder gives no sound"); });
+        data_->standstill->start(std::chrono::seconds(10));
+    }
+    data_->decoder->setSource(QUrl(QString::fromStdString(data_->path)));
+    data_->decoder->start();
+}
+
 void UserAudioFile::onBufferReady_() {
-    const QAudioBuffer received = data_->decoder.read();
-    if (!received.isValid())
+    const QAudioBuffer received = data_->decoder->read();
+    if (!received.isValid() || stage() != Stage::Decoding)
         return;
     data_->buffer.append(received.constData<char>(), received.byteCount());
     data_->format = received.format();
     data_->decodedBytes.store(static_cast<std::uint64_t>(data_->buffer.size()),
                               std::memory_order_relaxed);
+    if (data_->standstill)
+        data_->standstill->start();
 }
 
 void UserAudioFile::onError_(QAudioDecoder::Error error) const {
-    const std::string message =
+    const std::string reason =
         "Error decoding audio file: " + std::to_string(static_cast<int>(error));
-    data_->Fail(message);
-    throw vemo::sfx::CustomAudioException("warning", message);
+    fail_(reason);
+    if (!data_->onFailure)
+        throw vemo::sfx::CustomAudioException("warning", reason);
+}
+
+void UserAudioFile::fail_(const std::string& reason) const {
+    if (stage() != Stage::Decoding)
+        return;
+    data_->failure = data_->path + ": " + reason;
+    data_->stage.store(Stage::Failed, std::memory_order_release);
+    if (!data_->onFailure)
+        return;
+    data_->standstill->stop();
+    data_->onFailure(*this, vemo::sfx::CustomAudioException("warning", reason));
 }
 
 void UserAudioFile::onFinished_() {
     if (stage() != Stage::Decoding)
         return;
+    if (data_->standstill)
+        data_->standstill->stop();
     // Some files end their decode without a single buffer.
     if (!data_->format.isValid()) {
-        data_->Fail("the decoder found no sound in it");
+        fail_("the decoder found no sound in it");
         return;
     }
-    const qint64 milliseconds = data_->decoder.duration();
+    const qint64 milliseconds = data_->decoder->duration();
     const double seconds =
         milliseconds > 0
             ? static_cast<double>(milliseconds) / 1000.0

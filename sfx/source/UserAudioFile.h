@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -10,6 +11,7 @@
 #include <QObject>
 
 #include <sfx/export.h>
+#include <sfx/model/CustomAudioException.h>
 #include <sfx/source/DecodeState.h>
 #include <sfx/source/SfxFileInterface.h>
 
@@ -17,13 +19,27 @@ namespace vemo::audio {
 
 /// A sound file of the user's, decoded by Qt's QAudioDecoder on the thread that made it, whose
 /// event loop must run. The PCM keeps whatever format the decoder delivers (often Float).
+///
+/// A decoder error throws vemo::sfx::CustomAudioException out of that event loop.
 class SFX_EXPORT UserAudioFile : public QObject, public SfxFileInterface, public DecodeState {
     Q_OBJECT
 
 public:
     /// `path` is the text of a URL ("file:///..."). Returns before any audio is read.
     explicit UserAudioFile(std::string path);
+
+    /// Told of a failed decode, on the file's thread; file.failure() has the whole story.
+    using FailureHandler = std::function<void(const UserAudioFile& file,
+                                              const vemo::sfx::CustomAudioException& fault)>;
+    /// The same, made on any thread for `home`, whose event loop runs; it decodes from Start() on.
+    /// A failure, a decoder that stands still for ten seconds included, goes to the handler and is
+    /// not thrown. The file is destroyed on `home` (deleteLater).
+    UserAudioFile(std::string path, QThread& home, FailureHandler onFailure);
     ~UserAudioFile() override;
+
+    /// Starts the decode of a file that was made for another thread; called once, by the thread
+    /// that made it.
+    void Start();
 
     /// Format of the PCM; invalid until the first buffer has arrived.
     QAudioFormat Format() const;
@@ -45,6 +61,8 @@ Q_SIGNALS:
     void isReady();
 
 private:
+    void start_();
+    void fail_(const std::string& reason) const;
     void onBufferReady_();
     void onError_(QAudioDecoder::Error error) const;
     void onFinished_();
