@@ -91,7 +91,6 @@ ShowFile::ShowFile(const fs::path& absolutePath, LogContent& content)
       database_(absolutePath),
       begin_(database_.Get(), "BEGIN IMMEDIATE"),
       commit_(database_.Get(), "COMMIT"),
-      rollback_(database_.Get(), "ROLLBACK"),
       add_(database_.Get(), "INSERT INTO sfx_event (number, event_id, effect_id, effect_id_index, "
                             "name, volume, pan, reverb, fade_in, fade_out, output_path, repeats) "
                             "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
@@ -99,7 +98,8 @@ ShowFile::ShowFile(const fs::path& absolutePath, LogContent& content)
                              "volume = ?, pan = ?, reverb = ?, fade_in = ?, fade_out = ?, "
                              "output_path = ?, repeats = ? WHERE number = ?"),
       delete_(database_.Get(), "DELETE FROM sfx_event WHERE number = ?"),
-      setNextSuffix_(database_.Get(), "UPDATE sfx_suffix SET next = ?") {
+      setNextSuffix_(database_.Get(), "UPDATE sfx_suffix SET next = ?"),
+      turnSuffix_(database_.Get(), "UPDATE sfx_suffix SET next = ~next") {
     ReadContent(database_.Get(), content);
     database_.Accept();
 }
@@ -121,15 +121,32 @@ void ShowFile::Transact(const Change& change) {
             change();
             commit_.Run();
         } catch (...) {
-            // SQLite itself rolls back after the graver failures.
-            if (sqlite3_get_autocommit(database_.Get().Handle()) == 0) {
-                rollback_.Run();
-            }
+            TakeBack();
             throw;
         }
     } catch (const sqlite::Error& error) {
         throw Refusal(path_, error.what());
     }
+}
+
+void ShowFile::TakeBack() {
+    RollBack();
+    try {
+        // An edit that was written, but failed to reach the disk, still stands in the log behind
+        // its end, and would be back after a crash. One that changes nothing takes its place, reach
+        // the disk or not. SQLite writes no page that is told to stay as it is, so: there and back.
+        begin_.Run();
+        turnSuffix_.Run();
+        turnSuffix_.Run();
+        commit_.Run();
+    } catch (...) {
+        RollBack(); // the edit's own failure is the one to tell
+    }
+}
+
+void ShowFile::RollBack() {
+    // Fails where SQLite has done so itself, as after the graver failures.
+    sqlite3_exec(database_.Get().Handle(), "ROLLBACK", nullptr, nullptr, nullptr);
 }
 
 void ShowFile::Add(const Sfx& event, std::uint64_t nextSuffix) {

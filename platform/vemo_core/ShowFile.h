@@ -42,16 +42,18 @@ public:
 private:
     template <typename Change>
     void Transact(const Change& change);
+    void TakeBack();
+    void RollBack();
 
     std::string path_;
     ShowDatabase database_;
     sqlite::Statement begin_;
     sqlite::Statement commit_;
-    sqlite::Statement rollback_;
     sqlite::Statement add_;
     sqlite::Statement edit_;
     sqlite::Statement delete_;
     sqlite::Statement setNextSuffix_;
+    sqlite::Statement turnSuffix_;
 };
 
 } // namespace CL

@@ -52,7 +52,7 @@ PlayerEntry& PlayerStore::CreateCustom_(const CustomAudioParameters& parameters)
 }
 
 PlayerStore::File_ PlayerStore::UserFile_(const std::string& url) {
-    const File_ known = FindFile_(url);
+    File_ known = FindFile_(url);
     const auto* user = dynamic_cast<const UserAudioFile*>(known.get());
     if (known != nullptr && (user == nullptr || user->stage() != DecodeState::Stage::Failed))
         return known;

@@ -4,12 +4,14 @@
 #include <string>
 #include <utility>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sfx/catalogue/ChangeLogSfxRepository.h>
 #include <vemo_core/ActiveChangeLogExclusive.h>
 
 namespace {
 
+using ::testing::ThrowsMessage;
 using vemo::audio::ChangeLogSfxRepository;
 using vemo::audio::SfxType;
 using vemo::audio::sfx::SfxDto;
@@ -35,16 +37,6 @@ protected:
 
 std::any Id(const std::string& id) {
     return id;
-}
-
-template <typename Exception, typename Action>
-void ExpectThrow(Action action, const std::string& text) {
-    try {
-        action();
-        ADD_FAILURE() << "nothing thrown, expected: " << text;
-    } catch (const Exception& error) {
-        EXPECT_EQ(error.what(), text);
-    }
 }
 
 TEST_F(Repository, mapsARecordToAnEventAndBack) {
@@ -98,12 +90,12 @@ TEST_F(Repository, changesTheFirstEventOfAnId) {
 }
 
 TEST_F(Repository, throwsWhenAnIdIsNoText) {
-    ExpectThrow<std::invalid_argument>(
-        [&] { repository_.GetById(7); },
-        "ChangeLogSfxRepository::GetById requires a std::string for the event id");
-    ExpectThrow<std::invalid_argument>(
-        [&] { repository_.Delete("sfx.1"); },
-        "ChangeLogSfxRepository::Delete requires a std::string for the event id");
+    EXPECT_THAT([&] { repository_.GetById(7); },
+                ThrowsMessage<std::invalid_argument>(
+                    "ChangeLogSfxRepository::GetById requires a std::string for the event id"));
+    EXPECT_THAT([&] { repository_.Delete("sfx.1"); },
+                ThrowsMessage<std::invalid_argument>(
+                    "ChangeLogSfxRepository::Delete requires a std::string for the event id"));
     EXPECT_NO_THROW(repository_.Update(7, SfxDto::builder().build()));
     Save("sfx.1", "a");
     EXPECT_THROW(repository_.Update(7, SfxDto::builder().build()), std::bad_any_cast);

@@ -1,6 +1,5 @@
 #include <gmock/gmock.h>
 
-#include <sfx/control/SfxPlayerControllerImpl.h>
 #include <sfx/model/CustomAudioException.h>
 #include <sfx/player/SfxPlayerImpl.h>
 #include <support/LogCatcher.h>
@@ -14,7 +13,6 @@ using vemo::audio::CustomAudioParameters;
 using vemo::audio::SfxPlayer;
 using vemo::audio::SfxPlayerConnectionMediator;
 using vemo::audio::SfxPlayerController;
-using vemo::audio::SfxPlayerControllerImpl;
 
 namespace {
 

@@ -1,9 +1,11 @@
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QMetaMethod>
 
 #include <gmock/gmock.h>
 
 #include <sfx/control/GetSfxPlayer.h>
+#include <sfx/control/SfxPlayerControllerImpl.h>
 #include <sfx/model/SfxException.h>
 
 #include "ControlHouse.h"
@@ -155,4 +157,25 @@ TEST(Frame, aBusyControllerIsWaitedFor) {
     QThread::sleep(2); // as long as a host may wait for a player here
     EXPECT_TRUE(WaitFor([&] { return answered.load(); }));
     thread->wait();
+}
+
+// Hosts connect to these by name.
+TEST(Frame, listsTheSignalsOfControllerAndMediatorInTheirOrder) {
+    const auto signalsOf = [](const QMetaObject& meta) {
+        QStringList texts;
+        for (int i = meta.methodOffset(); i < meta.methodCount(); ++i) {
+            const QMetaMethod method = meta.method(i);
+            if (method.methodType() == QMetaMethod::Signal)
+                texts << method.name() + "(" + method.parameterNames().join(",") + ")";
+        }
+        return texts.join(" ").toStdString();
+    };
+    EXPECT_EQ(signalsOf(vemo::audio::SfxPlayerControllerImpl::staticMetaObject),
+              "sfxPlayerControllerImplCreated(impl) sfxPlayerImplCreated() duration(,) volume(,) "
+              "done(,) playsSameSfx(,) sfxData(,) initialize() sfxIsReady(effectId) "
+              "soundEffectError(priority,message,what)");
+    EXPECT_EQ(signalsOf(SfxPlayerConnectionMediator::staticMetaObject),
+              "createSfxPlayer(,,playerCreated) soundEffectsChanged() onSfxIsReady(effectId) "
+              "activeSfxRepositoryRequested(promise) preloadCustomAudio(file) "
+              "soundEffectError(priority,message,what) fadeRequested(,volume,duration)");
 }

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <random>
 #include <thread>
 
@@ -25,8 +24,8 @@ constexpr int kEvents = 12;
 
 /// SFX_HAMMER_SECONDS makes the run as long as it takes to believe in it.
 std::chrono::seconds HammerTime() {
-    const char* const seconds = std::getenv("SFX_HAMMER_SECONDS");
-    return std::chrono::seconds(seconds == nullptr ? 3 : std::atoi(seconds));
+    const int seconds = qEnvironmentVariableIntValue("SFX_HAMMER_SECONDS");
+    return std::chrono::seconds(seconds > 0 ? seconds : 3);
 }
 
 class Hammer : public ::testing::Test {

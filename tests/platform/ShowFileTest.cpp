@@ -157,6 +157,11 @@ const Refused kRefused[] = {
          MakeShow(path, 500);
          house.Write("x", house.Read("x").replace(5 * 4096, 4096, 4096, 'x'));
      }},
+    {"freePagesMiscounted", "it is damaged",
+     [](const auto& house, const auto& path) {
+         MakeShow(path);
+         house.Write("x", house.Read("x").replace(39, 1, "\5"));
+     }},
     {"noTable", "it is damaged: no such table: sfx_event",
      [](const auto&, const auto& path) {
          MakeShow(path);

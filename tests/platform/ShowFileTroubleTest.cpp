@@ -1,6 +1,8 @@
+#include <cerrno>
 #include <string>
 #include <vector>
 
+#include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -8,6 +10,30 @@
 
 #include "ChildProcess.h"
 #include "ShowHouse.h"
+
+namespace {
+
+int syncs = 0;
+bool syncsFail = false;
+
+// In place of the C library's, whatever SQLite was built to call.
+int Sync(const char* name, int file) {
+    ++syncs;
+    if (syncsFail) {
+        errno = EIO;
+        return -1;
+    }
+    return reinterpret_cast<int (*)(int)>(dlsym(RTLD_NEXT, name))(file);
+}
+
+} // namespace
+
+extern "C" __attribute__((visibility("default"))) int fsync(int file) {
+    return Sync("fsync", file);
+}
+extern "C" __attribute__((visibility("default"))) int fdatasync(int file) {
+    return Sync("fdatasync", file);
+}
 
 namespace {
 
@@ -69,7 +95,8 @@ TEST(ShowFile, isUnchangedWhenAnEditCannotBeWritten) {
                       "");
             EXPECT_EQ(Lines().at(0), "1 sfx.1 a");
             LimitFiles(RLIM_INFINITY);
-            Add("sfx.2", "b");
+            Add("sfx.2");
+            editor.EditSoundEffectSFXPropertyValues(Events().back(), Named("b"));
         }
         LimitFiles(1); // the close cannot tidy up
         CL::CloseShow();
@@ -80,6 +107,29 @@ TEST(ShowFile, isUnchangedWhenAnEditCannotBeWritten) {
         CL::CloseShow();
         EXPECT_EQ(house.All().size(), 1U);
     });
+}
+
+TEST(ShowFile, isOnDiskWhenAnEditReturns) {
+    const ShowHouse house;
+    CL::OpenShow(house.Path("a.show"));
+    CL::Editor editor;
+    const auto expectSync = [](const auto& edit) {
+        const int before = syncs;
+        edit();
+        EXPECT_GT(syncs, before);
+    };
+    expectSync([] { Add("sfx.1", "a"); });
+    expectSync([&] { editor.EditSoundEffectSFXPropertyValues(Events()[0], Named("b")); });
+    expectSync([&] { editor.GetNextSfxEventIdSuffix(); });
+    syncsFail = true;
+    EXPECT_NE(RefusalOf([] { Add("sfx.3", "c"); }), "");
+    syncsFail = false;
+    // As a crash would leave them.
+    house.Write("b.show", house.Read("a.show"));
+    house.Write("b.show-wal", house.Read("a.show-wal"));
+    expectSync([&] { editor.DeleteEvent(Events()[0]); });
+    CL::OpenShow(house.Path("b.show"));
+    EXPECT_EQ(Lines(), Strings({"1 sfx.1 b"}));
 }
 
 TEST(ShowFile, leavesNoHalfOfANewShow) {

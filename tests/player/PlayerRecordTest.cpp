@@ -65,6 +65,20 @@ TEST(SfxPlayerImpl, takesOverEveryFieldButTheIntervals) {
     EXPECT_EQ(player->SfxData()->effectPath(), "q");
 }
 
+TEST(SfxPlayerImpl, aRecordThatWasHandedOutStaysAsItWas) {
+    std::vector<const SfxDto*> handedOut;
+    {
+        const auto player = MakePlayer(SfxDto::builder().build());
+        for (int i = 0; i < 1000; ++i) {
+            player->SetSfxPath(std::string(40, 'x') + std::to_string(i));
+            handedOut.push_back(player->SfxData());
+        }
+        EXPECT_EQ(player->SfxData(), handedOut.back()) << "nothing has changed since";
+    }
+    for (std::size_t i = 0; i < handedOut.size(); ++i)
+        ASSERT_EQ(handedOut[i]->effectPath(), std::string(40, 'x') + std::to_string(i));
+}
+
 // Hosts connect to these by name.
 TEST(SfxPlayerImpl, listsItsSignalsInTheirOrder) {
     const QMetaObject& meta = SfxPlayerImpl::staticMetaObject;

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <mutex>
+
 #include <QThreadPool>
 
 #include <sfx/source/EncryptedVorbisFile.h>
@@ -111,4 +113,24 @@ TEST(EncryptedVorbisFile, mayBeDestroyedByWhoHearsThatItIsReady) {
     pool.Release();
     EXPECT_TRUE(WaitFor([&] { return heard.load(); }));
     EXPECT_FALSE(file);
+}
+
+TEST(EncryptedVorbisFile, goesAheadOfTheQueueWhenItIsExpedited) {
+    InstallFolder install;
+    const auto path = install.AddEffect("a.sfx", "A", MakeTone({.ms = 10}));
+    std::mutex mutex;
+    std::vector<int> order;
+    std::vector<std::unique_ptr<EncryptedVorbisFile>> files;
+    BusyPool pool;
+    for (int i = 0; i < 8; ++i)
+        files.push_back(std::make_unique<EncryptedVorbisFile>(path, [&, i](auto& file) {
+            QObject::connect(&file, &EncryptedVorbisFile::isReady, [&, i] {
+                const std::lock_guard lock(mutex);
+                order.push_back(i);
+            });
+        }));
+    files[5]->Expedite();
+    pool.Release();
+    QThreadPool::globalInstance()->waitForDone();
+    EXPECT_EQ(order, (std::vector{5, 0, 1, 2, 3, 4, 6, 7}));
 }
