@@ -73,7 +73,6 @@ LineEditor::~LineEditor() {
 }
 
 void LineEditor::ask() {
-    el_reset(editor_.get());                 // the line before is still in it
     el_set(editor_.get(), EL_UNBUFFERED, 1); // shows the prompt
     editing_ = true;
     notifier_.setEnabled(true);
@@ -119,7 +118,9 @@ int LineEditor::readCharacter(EditLine* editor, wchar_t* character) {
 void LineEditor::onKey_() {
     int length = 0;
     const char* const typed = el_gets(editor_.get(), &length);
-    const std::string text = typed && length > 0 ? std::string(typed) : std::string();
+    // The line before may still stand behind the length.
+    const std::string text =
+        typed && length > 0 ? std::string(typed, static_cast<std::size_t>(length)) : std::string();
     if (hungUp_ || text.ends_with(END_OF_INPUT)) {
         finish_();
         std::cout << '\n' << std::flush;
