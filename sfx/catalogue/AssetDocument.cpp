@@ -1,5 +1,7 @@
 #include "AssetDocument.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -84,8 +86,9 @@ void AssetDocument::ForEachAsset(const std::function<void(const AssetDescriptor&
     }
     for (rapidjson::SizeType i = 0; i < assets->Size(); ++i) {
         const JsonObject asset((*assets)[i], "assets[" + std::to_string(i) + "]", Refuse);
-        visit(AssetDescriptor(asset.Text("type"), asset.Text("id"), asset.Text("group"),
-                              asset.Text("name"), asset.TerminatedText("filename")));
+        // Braces: the members are read, and refused, in this order.
+        visit(AssetDescriptor{asset.Text("type"), asset.Text("id"), asset.Text("group"),
+                              asset.Text("name"), asset.TerminatedText("filename")});
     }
 }
 

@@ -28,9 +28,9 @@ public:
     /// levels of nesting.
     ///
     /// The schema is the host's own, but one that cannot be applied as a whole is refused rather
-    /// than passed over: one that is no object, has more than 256 KiB or 64 levels, refers to
-    /// another document (nothing is ever fetched) or to itself without end, or has a pattern that
-    /// is not supported.
+    /// than passed over: one that is no object, has more than 256 KiB, 4096 objects or 64 levels,
+    /// refers to another document (nothing is ever fetched) or to itself without end, or has a
+    /// pattern that is not supported.
     ///
     /// Throws BadFileException, and nothing is loaded then:
     /// - "Asset Manager Schema Document is not Valid" if the schema cannot be read or is not JSON,

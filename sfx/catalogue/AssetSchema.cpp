@@ -16,7 +16,6 @@ namespace vemo::sfx {
 namespace {
 
 constexpr const char* kNotValid = "Asset Manager Schema Document is not Valid";
-// RapidJSON's time grows with the square of the number of schemas in the document.
 constexpr std::uintmax_t kLargestKiB = 256;
 
 [[noreturn]] void Refuse(const std::string& what) {

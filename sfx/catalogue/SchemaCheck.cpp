@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 
 #include <rapidjson/pointer.h>
 
@@ -17,6 +18,8 @@ using rapidjson::Value;
 
 constexpr int kLongestReferences = 64;
 constexpr std::size_t kMostValidators = 1000;
+// To compile a schema takes time in proportion to the square of their number.
+constexpr std::size_t kMostObjects = 4096;
 
 bool HoldsOnly(const Value& array, bool (Value::*isType)() const) {
     return std::all_of(array.Begin(), array.End(),
@@ -67,12 +70,20 @@ private:
         if (!value.IsObject()) {
             return;
         }
+        if (++objects_ > kMostObjects) {
+            Refuse("#", "holds more than " + std::to_string(kMostObjects) + " objects");
+        }
+        std::unordered_set<std::string> keywords;
         for (auto& member : value.GetObject()) {
             const std::string keyword(member.name.GetString(), member.name.GetStringLength());
             const std::string place = where + "/" + keyword;
+            if (!keywords.insert(keyword).second) {
+                Refuse(place, "stands there twice");
+            }
             if (!IsTrueToType(member.value, keyword)) {
                 Refuse(place, "holds a value of the wrong type");
             }
+            Shape(member.value, place, listed || (keyword == "enum" && member.value.IsArray()));
             if (keyword == "pattern" && member.value.IsString()) {
                 Pattern(member.value, place, listed);
             } else if (keyword == "patternProperties") {
@@ -83,11 +94,6 @@ private:
                     RefuseOthersBySchema(value);
                 }
             }
-        }
-        for (auto& member : value.GetObject()) {
-            const std::string keyword(member.name.GetString(), member.name.GetStringLength());
-            Shape(member.value, where + "/" + keyword,
-                  listed || (keyword == "enum" && member.value.IsArray()));
         }
     }
 
@@ -196,6 +202,7 @@ private:
 
     rapidjson::Document& schema_;
     JsonRefusal refuse_;
+    std::size_t objects_ = 0;
     // By schema; 0 while it is being counted.
     std::unordered_map<const Value*, std::size_t> validators_;
 };

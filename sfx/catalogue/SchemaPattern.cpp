@@ -16,6 +16,8 @@ namespace {
 // The engine writes repetitions out, and recurses once for each optional part.
 constexpr std::size_t kLargestSize = 4096;
 
+const std::string kAnything = "^.*$";
+
 // The part that a repetition sign would apply to.
 struct Atom {
     std::size_t size = 1;
@@ -69,9 +71,14 @@ public:
                 return std::nullopt;
             }
         }
+        const bool anchored = atBegin_ || atEnd_;
         if (groups_.size() != 1 || !EndAlternative() || groups_.back().size > kLargestSize ||
-            !IsReadable(usable_)) {
+            (anchored && choice_) || !IsReadable(usable_)) {
             return std::nullopt;
+        }
+        if (groups_.back().mayBeEmpty && !(atBegin_ && atEnd_)) {
+            // It is found in every text, but not by the engine.
+            return kAnything;
         }
         return usable_;
     }
@@ -86,6 +93,7 @@ private:
             return EndGroup();
         case '|':
             usable_ += c;
+            choice_ = choice_ || groups_.size() == 1;
             return EndAlternative();
         case '*':
         case '+':
@@ -98,11 +106,15 @@ private:
             return ReadClass();
         case '\\':
             return ReadEscape();
+        // The engine takes an anchor for one of the whole pattern, wherever it stands.
         case '^':
-        case '$':
-            EndAtom();
+            atBegin_ = usable_.empty();
             usable_ += c;
-            return true;
+            return atBegin_;
+        case '$':
+            atEnd_ = rest_.empty();
+            usable_ += c;
+            return atEnd_;
         default:
             // The later bytes of a character belong to its first one.
             if ((static_cast<unsigned char>(c) & 0xC0U) != 0x80U) {
@@ -270,12 +282,15 @@ private:
     std::string usable_;
     std::vector<Group> groups_{Group{}};
     std::optional<Atom> atom_;
+    bool atBegin_ = false;
+    bool atEnd_ = false;
+    bool choice_ = false;
 };
 
 } // namespace
 
 std::optional<std::string> UsablePattern(std::string_view pattern) {
-    return pattern.empty() ? std::string() : PatternReader(pattern).Read();
+    return pattern.empty() ? kAnything : PatternReader(pattern).Read();
 }
 
 } // namespace vemo::sfx
