@@ -17,7 +17,7 @@ namespace {
 
 constexpr const char* kFailed = "Asset Manager Failed Validation";
 // It bounds the memory that the parsed document may take.
-constexpr std::uintmax_t kLargestKiB = 64 * 1024;
+constexpr std::uintmax_t kLargestKiB = 65536;
 
 [[noreturn]] void Refuse(const std::string& what) {
     throw BadFileException(std::string(kFailed) + ": " + what);
@@ -69,14 +69,11 @@ bool AssetDocument::IsSupportedVersion() const {
     std::string_view rest = version;
     const std::optional<std::uint8_t> major = TakeLowByte(rest);
     if (!major || !rest.starts_with('.')) {
-        Refuse("version must be two numbers joined by a point");
+        return false;
     }
     rest.remove_prefix(1);
     const std::optional<std::uint8_t> minor = TakeLowByte(rest);
-    if (!minor) {
-        Refuse("version must be two numbers joined by a point");
-    }
-    return *major == 0 || (*major == 1 && *minor == 0);
+    return minor && (*major == 0 || (*major == 1 && *minor == 0));
 }
 
 void AssetDocument::ForEachAsset(const std::function<void(const AssetDescriptor&)>& visit) const {

@@ -17,9 +17,9 @@ namespace vemo {
 class SFX_EXPORT AssetManager {
 public:
     /// Reads the description `assetPath`, a JSON file, checks it against the JSON schema in
-    /// `schemaPath`, and reads every file that it lists below `baseFolder`. A description of a
-    /// version that is not supported (all but 0.* and 1.0, by the low eight bits of each number)
-    /// leaves the manager empty, which is no failure. The formats are in docs/file-formats.md.
+    /// `schemaPath`, and reads every file that it lists below `baseFolder`. A description of any
+    /// version but 0.* and 1.0, by the low eight bits of each number, leaves the manager empty,
+    /// which is no failure. The formats are in docs/file-formats.md.
     ///
     /// A description is not trusted. No file outside `baseFolder` is read for it: an absolute
     /// filename, one with a drive letter or a server, and one that leaves the folder through ".."

@@ -40,20 +40,15 @@ public:
         Write(u8"assets.json", description);
         return Load();
     }
-
     /// What the manager says to them; empty if it loads.
-    std::string Fault() const {
+    template <typename... Contents>
+    std::string Fault(const Contents&... contents) const {
         try {
-            Load();
+            Load(contents...);
             return {};
         } catch (const vemo::BadFileException& error) {
             return error.what();
         }
-    }
-    std::string Fault(const std::string& description, const std::string& schema = "{}") const {
-        Write(u8"schema.json", schema);
-        Write(u8"assets.json", description);
-        return Fault();
     }
 
 private:

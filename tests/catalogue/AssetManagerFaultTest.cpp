@@ -74,16 +74,12 @@ TEST(AssetManagerFault, namesTheMemberThatNoSchemaAskedFor) {
     folder.Write(u8"base/a");
     EXPECT_EQ(folder.Fault("[1]"), kFailed + ": the document must be an object");
     EXPECT_EQ(folder.Fault("{}"), kFailed + ": filetype must be a string");
-    const std::string begin = R"({"filetype": "vemo_assets")";
-    EXPECT_EQ(folder.Fault(begin + "}"), kFailed + ": version must be a string");
-    EXPECT_EQ(folder.Fault(begin + R"(, "version": 1.0})"), kFailed + ": version must be a string");
-    for (const char* version : {"", "1", "1.", ".0", "1 .0", "x.0", "+.0", "1.x"}) {
-        EXPECT_EQ(folder.Fault(Described("", version)),
-                  kFailed + ": version must be two numbers joined by a point")
-            << version;
+    for (const char* type : {"vemo_assets ", "vemo_asset", "Vemo_assets", "vemo_assets\\u0000"}) {
+        EXPECT_EQ(folder.Fault(R"({"filetype": ")" + std::string(type) + "\"}"),
+                  "Wrong File Type String");
     }
-    EXPECT_EQ(folder.Fault(begin + R"(, "version": "1.0"})"),
-              kFailed + ": assets must be an array");
+    const std::string begin = R"({"filetype": "vemo_assets")";
+    EXPECT_EQ(folder.Fault(begin + R"(, "version": 1.0})"), kFailed + ": version must be a string");
     EXPECT_EQ(folder.Fault(begin + R"(, "version": "1.0", "assets": {}})"),
               kFailed + ": assets must be an array");
 
@@ -96,15 +92,6 @@ TEST(AssetManagerFault, namesTheMemberThatNoSchemaAskedFor) {
               kFailed + ": assets[1].filename must be a string");
     EXPECT_EQ(fault(OneAsset("b", "a\\u0000")),
               kFailed + ": assets[1].filename must not hold a NUL character");
-}
-
-TEST(AssetManagerFault, comparesTheFileTypeExactly) {
-    const AssetFolder folder;
-    for (const char* type : {"vemo_assets ", "vemo_asset", "Vemo_assets", "vemo_assets\\u0000"}) {
-        EXPECT_EQ(folder.Fault(R"({"filetype": ")" + std::string(type) + "\"}"),
-                  "Wrong File Type String")
-            << type;
-    }
 }
 
 TEST(AssetManagerFault, namesTheFileThatIsMissing) {

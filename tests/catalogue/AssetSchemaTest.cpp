@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <sstream>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -42,11 +44,11 @@ TEST(AssetSchema, refusesWhatTheValidatorCannotTake) {
     }
     EXPECT_EQ(Refusal(R"({"dependencies": {"a": {}, "a": {}}})"),
               "/dependencies/a stands there twice");
-    std::string many = "{}";
+    std::string many;
     for (int i = 0; i < 4096; ++i) {
-        many += ",{}";
+        many += "{},";
     }
-    EXPECT_EQ(Refusal(R"({"a": [)" + many + "]}"), " holds more than 4096 objects");
+    EXPECT_EQ(Refusal(R"({"a": [)" + many + "1]}"), " holds more than 4096 objects");
 }
 
 TEST(AssetSchema, refusesReferencesThatLeadNowhere) {
@@ -115,33 +117,12 @@ TEST(AssetSchema, matchesPatterns) {
 }
 
 TEST(AssetSchema, refusesPatternsThatTheEngineCannotTake) {
-    for (const char* pattern : {"(a*)*",
-                                "(a|b?)+",
-                                "(a*){2,}",
-                                "{3}",
-                                "()a",
-                                "a|",
-                                "(|a)",
-                                "(a",
-                                "a)",
-                                "a**",
-                                "[]",
-                                "[a",
-                                "\\\\",
-                                "\\\\bx",
-                                "(?=a)",
-                                "a{0}",
-                                "a{2,1}",
-                                "a{",
-                                "(a{1000}){1000}",
-                                "x^a",
-                                "^a|b",
-                                "(\\u0000)",
-                                "*"}) {
-        EXPECT_EQ(Refusal(R"({"pattern": ")" + std::string(pattern) + "\"}")
-                      .substr(0, std::string("/pattern holds a pattern").size()),
-                  "/pattern holds a pattern")
-            << pattern;
+    std::istringstream patterns(R"(
+        (a*)* (a|b?)+ (a*){2,} {3} ()a a| (|a) (a a) a** * [] [a \\ \\bx (?=a) a{0} a{2,1} a{
+        (a{1000}){1000} x^a ^a|b (\u0000))");
+    for (std::string pattern; patterns >> pattern;) {
+        EXPECT_THAT(Refusal(R"({"pattern": ")" + pattern + "\"}"),
+                    testing::StartsWith("/pattern holds a pattern that is not supported: "));
     }
     EXPECT_THAT(Refusal(R"({"patternProperties": {"(a": {}}})"), HasSubstr("not supported: (a"));
 }
