@@ -1,6 +1,9 @@
 #pragma once
 
 // Everything a host needs.
+#include <sfx/catalogue/Asset.h>
+#include <sfx/catalogue/AssetDescriptor.h>
+#include <sfx/catalogue/AssetManager.h>
 #include <sfx/catalogue/ChangeLogSfxRepository.h>
 #include <sfx/catalogue/SfxManifest.h>
 #include <sfx/catalogue/SfxRepository.h>

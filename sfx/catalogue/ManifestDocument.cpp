@@ -8,8 +8,6 @@
 #include <QStandardPaths>
 #include <QStringList>
 #include <rapidjson/document.h>
-#include <rapidjson/istreamwrapper.h>
-#include <rapidjson/reader.h>
 #include <vemo_core/FileVersion.h>
 
 #include "Utf8Path.h"
@@ -20,53 +18,11 @@ namespace {
 
 // Far above any catalogue; it bounds the memory that the parsed document may take.
 constexpr std::uintmax_t kLargestFile = std::uintmax_t{32} << 20U;
-constexpr int kDeepestNesting = 64;
 // A declared count up to this is taken at its word, however small the file is.
 constexpr std::uintmax_t kUnquestionedCount = 65536;
 
 [[noreturn]] void Refuse(const std::string& what) {
     throw std::runtime_error("Sound effects manifest refused: " + what);
-}
-
-// RapidJSON itself sets no limit to the nesting of a document.
-class ShallowDocument : public rapidjson::Document {
-public:
-    bool StartObject() { return Enter() && GenericDocument::StartObject(); }
-    bool StartArray() { return Enter() && GenericDocument::StartArray(); }
-    bool EndObject(rapidjson::SizeType memberCount) {
-        --depth_;
-        return GenericDocument::EndObject(memberCount);
-    }
-    bool EndArray(rapidjson::SizeType elementCount) {
-        --depth_;
-        return GenericDocument::EndArray(elementCount);
-    }
-
-private:
-    bool Enter() { return ++depth_ <= kDeepestNesting; }
-
-    int depth_ = 0;
-};
-
-rapidjson::Document Parse(std::istream& file) {
-    ShallowDocument document;
-    bool good = false;
-    auto generate = [&](rapidjson::Document&) {
-        rapidjson::IStreamWrapper stream(file);
-        rapidjson::Reader reader;
-        good = !reader.Parse(stream, document).IsError();
-        return good;
-    };
-    document.Populate(generate);
-    if (!good) {
-        throw std::runtime_error("Error parsing sound effects manifest");
-    }
-    return document;
-}
-
-const rapidjson::Value* Find(const rapidjson::Value& object, const char* key) {
-    const auto member = object.FindMember(key);
-    return member == object.MemberEnd() ? nullptr : &member->value;
 }
 
 const char* ListKey(audio::SfxType type) {
@@ -83,31 +39,18 @@ std::string CountText(audio::SfxType type, int count) {
 
 } // namespace
 
-std::string ManifestEffect::Text(const char* key) const {
-    const rapidjson::Value* text = value_.IsObject() ? Find(value_, key) : nullptr;
-    if (text == nullptr || !text->IsString()) {
-        Refuse(value_.IsObject() ? where_ + "." + key + " must be a string"
-                                 : where_ + " must be an object");
-    }
-    return {text->GetString(), text->GetStringLength()};
-}
-
-std::string ManifestEffect::TerminatedText(const char* key) const {
-    std::string text = Text(key);
-    if (text.find('\0') != std::string::npos) {
-        Refuse(where_ + "." + key + " must not hold a NUL character");
-    }
-    return text;
-}
+ManifestEffect::ManifestEffect(const rapidjson::Value& value, std::string where,
+                               const std::string& folder)
+    : object_(value, std::move(where), Refuse), folder_(folder) {}
 
 std::string ManifestEffect::Id() const {
-    return TerminatedText("id");
+    return object_.TerminatedText("id");
 }
 std::string ManifestEffect::Name() const {
-    return Text("name");
+    return object_.Text("name");
 }
 std::string ManifestEffect::FullPath() const {
-    return folder_ + "/" + TerminatedText("path");
+    return folder_ + "/" + object_.TerminatedText("path");
 }
 
 std::optional<ManifestDocument> ManifestDocument::OpenInstalled() {
@@ -139,11 +82,15 @@ ManifestDocument::ManifestDocument(const std::filesystem::path& folder)
     if (!file) {
         Refuse(Utf8FromPath(path) + " cannot be read");
     }
-    document_ = std::make_unique<rapidjson::Document>(Parse(file));
+    std::optional<rapidjson::Document> document = ParseJson(file);
+    if (!document) {
+        throw std::runtime_error("Error parsing sound effects manifest");
+    }
+    document_ = std::make_unique<rapidjson::Document>(std::move(*document));
     if (!document_->IsObject()) {
         Refuse("the document must be an object");
     }
-    const rapidjson::Value* metadata = Find(*document_, "metadata");
+    const rapidjson::Value* metadata = FindMember(*document_, "metadata");
     if (metadata == nullptr) {
         throw std::runtime_error("No metadata available for sound effects");
     }
@@ -156,7 +103,7 @@ ManifestDocument::ManifestDocument(ManifestDocument&& other) noexcept = default;
 ManifestDocument::~ManifestDocument() = default;
 
 int ManifestDocument::DeclaredCount(audio::SfxType type) const {
-    const rapidjson::Value* count = Find((*document_)["metadata"], CountKey(type));
+    const rapidjson::Value* count = FindMember((*document_)["metadata"], CountKey(type));
     if (count == nullptr || !count->IsInt()) {
         Refuse(std::string("metadata.") + CountKey(type) + " must be a 32-bit integer");
     }
@@ -178,7 +125,7 @@ void ManifestDocument::ResizeToDeclaredCount(audio::SfxType type,
 
 void ManifestDocument::RequireSupportedVersion() const {
     cmn::FileVersion version(1, 0);
-    const rapidjson::Value* text = Find((*document_)["metadata"], "version");
+    const rapidjson::Value* text = FindMember((*document_)["metadata"], "version");
     if (text != nullptr && text->IsString()) {
         try {
             version = cmn::FileVersion(std::string(text->GetString(), text->GetStringLength()));
@@ -193,7 +140,7 @@ void ManifestDocument::RequireSupportedVersion() const {
 
 void ManifestDocument::ForEachEffect(
     audio::SfxType type, const std::function<void(const ManifestEffect&)>& visit) const {
-    const rapidjson::Value* list = Find(*document_, ListKey(type));
+    const rapidjson::Value* list = FindMember(*document_, ListKey(type));
     if (list == nullptr) {
         throw std::runtime_error("No sound effects available");
     }

@@ -7,21 +7,22 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 
 #include <rapidjson/fwd.h>
 
 #include <sfx/catalogue/SfxVector.h>
 #include <sfx/model/SfxType.h>
 
+#include "JsonDocument.h"
+
 namespace vemo::sfx {
 
-/// One effect of the manifest. Every accessor throws std::runtime_error that names the member if
-/// it is missing, not a string, or (where it ends up in a NUL-terminated string) holds a NUL.
+/// One effect of the manifest. Constructor and accessors throw std::runtime_error that names what
+/// is no object, or the member that is missing, not a string, or (where it ends up in a
+/// NUL-terminated string) holds a NUL.
 class ManifestEffect {
 public:
-    ManifestEffect(const rapidjson::Value& value, std::string where, const std::string& folder)
-        : value_(value), where_(std::move(where)), folder_(folder) {}
+    ManifestEffect(const rapidjson::Value& value, std::string where, const std::string& folder);
 
     std::string Id() const;
     /// Display name.
@@ -30,11 +31,7 @@ public:
     std::string FullPath() const;
 
 private:
-    std::string Text(const char* key) const;
-    std::string TerminatedText(const char* key) const;
-
-    const rapidjson::Value& value_;
-    std::string where_;
+    JsonObject object_;
     const std::string& folder_;
 };
 
