@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstring>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,6 +24,9 @@ struct Endpoint {
 /// References to fakes that have not been released.
 inline int heldReferences = 0;
 
+// The interfaces of COM have no virtual destructors: nobody deletes through them.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 template <class Interface>
 class Counted : public Interface {
 public:
@@ -45,6 +49,7 @@ public:
 private:
     ULONG references_ = 1;
 };
+#pragma GCC diagnostic pop
 
 inline wchar_t* TaskString(const std::wstring& text) {
     const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
