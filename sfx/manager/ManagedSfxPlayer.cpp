@@ -1,6 +1,9 @@
 #include <sfx/manager/ManagedSfxPlayer.h>
 
+#include <stdexcept>
 #include <utility>
+
+#include <sfx/model/SfxException.h>
 
 namespace vemo::audio {
 
@@ -10,6 +13,26 @@ ManagedSfxPlayer::ManagedSfxPlayer(std::unique_ptr<SfxPlayerInterface> player)
 ManagedSfxPlayer::~ManagedSfxPlayer() {
     CancelWorker();
     worker_.reset();
+}
+
+SfxType ManagedSfxPlayer::Type() {
+    try {
+        lastType_ = player_->SfxData()->type();
+    } catch (const SfxException&) { // removed
+    }
+    return lastType_;
+}
+
+bool ManagedSfxPlayer::DoneOrGone_() {
+    try {
+        return player_->Done();
+    } catch (const SfxException&) {
+        try {
+            player_->Stop();
+        } catch (const std::out_of_range&) { // it has come to its end
+        }
+        return true;
+    }
 }
 
 void ManagedSfxPlayer::StartWorker_(SfxWorkerVolume::Kind kind, int fadeMs, float targetLevel) {
@@ -33,7 +56,7 @@ void ManagedSfxPlayer::Play(int fadeMs) {
 void ManagedSfxPlayer::Stop(int fadeMs) {
     const Gate volume(volumeGate_);
     phase_ = !phase_;
-    if (player_->Done())
+    if (DoneOrGone_())
         return;
     if (fadeMs <= 0 || volume_ == 0.0F) {
         player_->SetVolume(volume_);
@@ -59,7 +82,10 @@ void ManagedSfxPlayer::WaitUntilDone() {
     if (worker_ != nullptr && worker_->IsRunning())
         worker_->Join();
     const Gate volume(volumeGate_);
-    player_->WaitUntilDone();
+    try {
+        player_->WaitUntilDone();
+    } catch (const std::out_of_range&) { // the controller has removed it
+    }
 }
 
 } // namespace vemo::audio

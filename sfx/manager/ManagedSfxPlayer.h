@@ -4,6 +4,7 @@
 #include <mutex>
 
 #include <sfx/manager/SfxWorkerVolume.h>
+#include <sfx/model/SfxType.h>
 #include <sfx/player/SfxPlayerInterface.h>
 
 namespace vemo::audio {
@@ -19,6 +20,9 @@ public:
     ~ManagedSfxPlayer();
 
     SfxPlayerInterface& Player() const { return *player_; }
+    /// The type of the player's record, the last known one if the controller has removed the
+    /// player.
+    SfxType Type();
 
     /// Plays, with a fade-in of that many milliseconds on a worker.
     void Play(int fadeMs);
@@ -32,6 +36,8 @@ public:
 private:
     using Gate = std::unique_lock<std::recursive_timed_mutex>;
 
+    /// A player that the controller has removed counts as done; what of it still sounds is stopped.
+    bool DoneOrGone_();
     void StartWorker_(SfxWorkerVolume::Kind kind, int fadeMs, float targetLevel);
 
     std::recursive_timed_mutex commandGate_;
@@ -41,6 +47,7 @@ private:
     [[maybe_unused]] float secondLevel_ = 1.0F; // read by no operation
     std::unique_ptr<SfxWorker> worker_;
     bool phase_ = false; // read by no operation
+    SfxType lastType_ = PRIMARY;
 };
 
 } // namespace vemo::audio

@@ -76,7 +76,9 @@ int SfxManager::AddPlayer(sfx::SfxDto record) {
     const sfx::SfxVector& list = record.type() == PRIMARY ? effects_ : ambients_;
     if (list.Find(record.effectId().c_str()) == std::numeric_limits<std::size_t>::max())
         return -1;
-    return Enter_(std::unique_ptr<SfxPlayerInterface>(sfx::GetSfxPlayer(record)));
+    const int id = Enter_(std::unique_ptr<SfxPlayerInterface>(sfx::GetSfxPlayer(record)));
+    players_[id]->Type();
+    return id;
 }
 
 int SfxManager::Enter_(std::unique_ptr<SfxPlayerInterface> player) {
@@ -174,7 +176,7 @@ void SfxManager::StopAmbient() {
 
 void SfxManager::StopType_(SfxType type) {
     ForEach_([type](int, ManagedSfxPlayer& managed) {
-        if (managed.Player().SfxData()->type() == type)
+        if (managed.Type() == type)
             managed.Stop(0);
     });
 }
