@@ -18,6 +18,7 @@
 #include <sfx/manager/DeviceControl.h>
 #include <sfx/manager/DeviceControlInterface.h>
 #include <sfx/manager/DeviceControlQt.h>
+#include <sfx/manager/SfxManager.h>
 #include <sfx/model/BadFileException.h>
 #include <sfx/model/CustomAudioException.h>
 #include <sfx/model/CustomAudioParameters.h>
