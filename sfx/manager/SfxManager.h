@@ -18,14 +18,17 @@ class ManagedSfxPlayer;
 
 /// Players by small numbers, with one ambient effect at a time, named output paths and the lists
 /// of what is installed. The older front end of the library: it makes its players through
-/// GetSfxPlayer(), so there is a controller before the first AddPlayer(SfxDto), which loads the
-/// effects' files.
+/// GetSfxPlayer(), so there is a controller before the first AddPlayer(SfxDto), and the controller
+/// has loaded the effects' files.
 ///
-/// Used on one thread at a time. A player id that AddPlayer() never returned throws
+/// Used on one thread at a time, any thread. A player id that AddPlayer() never returned throws
 /// std::out_of_range that names the id from Play, Stop and SetPlayerOutputPath, and leaves an empty
 /// entry behind, which everything else passes over.
 ///
-/// Fades change the volume that a record plays with the next time; what sounds keeps its volume.
+/// The fades of Play() and SetAmbient() move the player's volume, which counts when it plays the
+/// next time; what is heard of a start and a stop are the record's own fadeIn and fadeOut. They
+/// run on threads of their own: on the controller's thread a player with a fade starts once that
+/// thread is back in its event loop, and a stop before that finds nothing to stop.
 class SFX_EXPORT SfxManager {
 public:
     /// Fills both lists from the install. A fault is written to standard output, and the manager
@@ -39,8 +42,9 @@ public:
     int AddPath(const AudioPath& path);
     /// Returns the player's id, from 0 on.
     int AddPlayer(std::unique_ptr<SfxPlayerInterface> player);
-    /// The id of the player that plays the same effect already, else that of a new one. -1 for an
-    /// effect that the install does not have. Throws as GetSfxPlayer() does.
+    /// The id of the player whose record is equal, its effectPath included, else that of a new one.
+    /// -1 for an effect that the install does not list among those of the record's type. Throws as
+    /// GetSfxPlayer() does; an id is used up then.
     int AddPlayer(sfx::SfxDto record);
     /// Calls `visit` with each player's id, ascending. Throws std::bad_function_call for an empty
     /// function, if there is any player.
@@ -55,15 +59,18 @@ public:
     /// The id of the path of that name. An unknown name is entered with id 0.
     int GetPathIdType(core::DataVector name);
     const AudioPathManager& GetPathManager() const;
-    /// Throws std::out_of_range "invalid map<K, T> key".
+    /// As SfxPlayerInterface::SfxData() hands it out. Throws std::out_of_range "invalid map<K, T>
+    /// key", and SfxException when the controller has removed the player.
     const sfx::SfxDto& GetSfxDto(int playerId) const;
 
-    /// Plays with a fade-in of `fadeMs` milliseconds. An id of -1 is ignored.
+    /// Plays, and moves the player's volume to 1 in `fadeMs` milliseconds, in steps of 20 ms; plays
+    /// at once for 0 or less. An id of -1 is ignored. Throws SfxException when the controller has
+    /// removed the player and there is a fade.
     void Play(int playerId, int fadeMs);
-    /// Stops at once; the fade time is ignored. Meant so.
+    /// Stops at once, and sets the player's volume to 1; the fade time is ignored. Meant so.
     void Stop(int playerId, int fadeMs);
-    /// Makes this player the ambient one: the former is stopped at once, this one fades in over
-    /// 1000 ms. The same one again changes nothing, even if it was stopped.
+    /// Makes this player the ambient one: stops the former as Stop() does and plays this one with
+    /// a fade of 1000 ms. The same one again changes nothing, even if it was stopped.
     void SetAmbient(int playerId);
     /// An unknown path changes nothing.
     void SetPlayerOutputPath(int playerId, int pathId);
@@ -73,7 +80,8 @@ public:
     void StopAmbientEffects();
     /// Stops every player whose record is PRIMARY.
     void StopPrimaryEffects();
-    /// Waits for each player in turn, as its own WaitUntilDone() waits, and for its fade.
+    /// Waits for each player's fade and then for the player, as its own WaitUntilDone() waits: one
+    /// of the controller's is waited for on the controller's thread only.
     void WaitForAllToComplete();
 
 private:

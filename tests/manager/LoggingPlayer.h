@@ -1,11 +1,13 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <iomanip>
 #include <memory>
 #include <mutex>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <sfx/player/SfxPlayerInterface.h>
@@ -36,6 +38,8 @@ public:
     }
 
     std::atomic<bool> done = false;
+    /// How long the player takes to say whether it is done.
+    std::atomic<std::chrono::milliseconds> slowness{};
 
 private:
     mutable std::mutex mutex_;
@@ -77,7 +81,10 @@ public:
     void ReplaceSfxData(const Record&) override {}
     float GetDuration() override { return 0; }
     void FadeTo(float, unsigned int) override {}
-    bool Done() override { return log_->done; }
+    bool Done() override {
+        std::this_thread::sleep_for(log_->slowness.load());
+        return log_->done;
+    }
     void WaitUntilDone() override { log_->Add("wait"); }
     bool PlaysSameSfx(const Record& other) override { return record_ == other; }
     const Record* SfxData() const override { return &record_; }

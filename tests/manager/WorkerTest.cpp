@@ -132,8 +132,9 @@ TEST(ManagedPlayer, aNewFadeCancelsTheOneThatRunsAndStartsWhereItWas) {
     ManagedSfxPlayer managed(MakePlayer(log, 0.0F));
     managed.Play(60'000);
     ASSERT_TRUE(WaitFor([&] { return log->Count() >= 4; }));
-    // It holds the volume gate that the worker wants while it joins the worker.
-    for (int i = 0; i < 20; ++i)
+    // It holds the volume gate, which the worker waits for by then, while it joins the worker.
+    log->slowness = std::chrono::milliseconds(10);
+    for (int i = 0; i < 5; ++i)
         managed.Stop(60'000);
     managed.Stop(40);
     managed.WaitUntilDone();
