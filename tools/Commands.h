@@ -17,6 +17,9 @@ void addPackCommand(CLI::App& app, Command& chosen);
 void addVerifyCommand(CLI::App& app, Command& chosen);
 void addListCommand(CLI::App& app, Command& chosen);
 void addPlayCommand(CLI::App& app, Command& chosen);
+void addPlayFileCommand(CLI::App& app, Command& chosen);
+void addShowCommand(CLI::App& app, Command& chosen);
+void addConsoleCommand(CLI::App& app, Command& chosen);
 void addDevicesCommand(CLI::App& app, Command& chosen);
 
 } // namespace vemo::tool

@@ -4,13 +4,12 @@
 #include <exception>
 #include <system_error>
 
-#include <QByteArray>
 #include <QStandardPaths>
-#include <QTemporaryDir>
 
 #include <sfx/catalogue/SfxManifest.h>
 #include <sfx/catalogue/SfxVector.h>
 
+#include "DataRoot.h"
 #include "ToolError.h"
 
 namespace vemo::tool {
@@ -18,8 +17,6 @@ namespace vemo::tool {
 namespace fs = std::filesystem;
 
 namespace {
-
-const fs::path BELOW_ROOT = fs::path("vemo_data") / "sfx";
 
 bool hasManifest(const fs::path& folder) {
     std::error_code error;
@@ -36,7 +33,7 @@ fs::path defaultFolder() {
     if (roots.size() < 2) {
         refuse("no install: XDG_DATA_DIRS names no folder");
     }
-    return fs::path(roots[1].toStdString()) / BELOW_ROOT;
+    return fs::path(roots[1].toStdString()) / DataRoot::belowRoot();
 }
 
 void replaceAll(std::string& text, const std::string& from, const std::string& to) {
@@ -45,42 +42,6 @@ void replaceAll(std::string& text, const std::string& from, const std::string& t
         text.replace(at, from.size(), to);
     }
 }
-
-/// Makes `folder` the place where the library looks, while it lives. The library knows only the
-/// data folders of the session, so a link stands in for one; that also copes with paths that hold
-/// a colon, which XDG_DATA_DIRS cannot.
-class DataRoot {
-public:
-    explicit DataRoot(const fs::path& folder) : before_(qgetenv("XDG_DATA_DIRS")) {
-        std::error_code error;
-        const fs::path root = root_.path().toStdString();
-        fs::create_directories(root / BELOW_ROOT.parent_path(), error);
-        if (!error) {
-            fs::create_directory_symlink(folder, root / BELOW_ROOT, error);
-        }
-        if (!root_.isValid() || error) {
-            refuse("cannot write in the folder for temporary files, " + root.string());
-        }
-        qputenv("XDG_DATA_DIRS", root_.path().toUtf8() + (before_.isEmpty() ? "" : ":" + before_));
-    }
-    ~DataRoot() {
-        if (before_.isNull()) {
-            qunsetenv("XDG_DATA_DIRS");
-        } else {
-            qputenv("XDG_DATA_DIRS", before_);
-        }
-    }
-    DataRoot(const DataRoot&) = delete;
-    DataRoot& operator=(const DataRoot&) = delete;
-
-    std::string linkText() const {
-        return (fs::path(root_.path().toStdString()) / BELOW_ROOT).string();
-    }
-
-private:
-    QTemporaryDir root_;
-    QByteArray before_;
-};
 
 std::vector<InstalledEffect> readCatalogue() {
     vemo::sfx::SfxManifest manifest;
@@ -111,7 +72,7 @@ fs::path locateInstall(const std::string& folder) {
         }
         return found;
     }
-    for (const fs::path& candidate : {fs::path(folder), folder / BELOW_ROOT}) {
+    for (const fs::path& candidate : {fs::path(folder), folder / DataRoot::belowRoot()}) {
         if (hasManifest(candidate)) {
             return fs::canonical(candidate);
         }
@@ -128,13 +89,13 @@ Install Install::open(const std::string& folder) {
         install.effects_ = readCatalogue();
     } catch (const std::exception& error) {
         std::string reason = error.what();
-        replaceAll(reason, root.linkText() + "/", "");
+        replaceAll(reason, root.link().string() + "/", "");
         replaceAll(reason, "\n", "");
         replaceAll(reason, "\t", " ");
         refuse(install.folder_.string() + ": " + reason);
     }
     for (InstalledEffect& effect : install.effects_) {
-        replaceAll(effect.path, root.linkText(), install.folder_.string());
+        replaceAll(effect.path, root.link().string(), install.folder_.string());
     }
     return install;
 }
@@ -152,6 +113,15 @@ const InstalledEffect* Install::find(const std::string& text) const {
         found = first([&](const auto& effect) { return sameLetters(effect.name, text); });
     }
     return found;
+}
+
+const InstalledEffect& Install::require(const std::string& text) const {
+    const InstalledEffect* effect = find(text);
+    if (!effect) {
+        throw ToolError(ExitCode::UnknownEffect, "no effect '" + text + "' in " + folder_.string() +
+                                                     "; `vemo-sfx list` shows what is there");
+    }
+    return *effect;
 }
 
 } // namespace vemo::tool

@@ -30,6 +30,8 @@ public:
     const std::vector<InstalledEffect>& effects() const { return effects_; }
     /// By id, by id without its ending, or by display name; nullptr when there is none.
     const InstalledEffect* find(const std::string& text) const;
+    /// The same; ToolError (UnknownEffect) when there is none.
+    const InstalledEffect& require(const std::string& text) const;
 
 private:
     std::filesystem::path folder_;

@@ -1,7 +1,9 @@
 #include "LibraryLog.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstring>
+#include <deque>
 #include <iostream>
 #include <mutex>
 
@@ -14,7 +16,10 @@ namespace {
 
 std::atomic<bool> shown{false};
 std::mutex faultMutex;
-std::string fault;
+std::deque<std::string> faults;
+std::size_t faultsForgotten = 0;
+
+constexpr std::size_t MOST_FAULTS = 64;
 
 void onMessage(QtMsgType type, const QMessageLogContext& context, const QString& message) {
     if (shown) {
@@ -23,7 +28,11 @@ void onMessage(QtMsgType type, const QMessageLogContext& context, const QString&
     const bool fromPlayer = context.category && std::strcmp(context.category, "sfx.player") == 0;
     if (fromPlayer && type == QtWarningMsg) {
         const std::lock_guard lock(faultMutex);
-        fault = message.toStdString();
+        faults.push_back(message.toStdString());
+        if (faults.size() > MOST_FAULTS) {
+            faults.pop_front();
+            ++faultsForgotten;
+        }
     }
 }
 
@@ -37,9 +46,15 @@ void showLog() {
     shown = true;
 }
 
-std::string playbackFault() {
+std::size_t playbackFaults() {
     const std::lock_guard lock(faultMutex);
-    return fault;
+    return faultsForgotten + faults.size();
+}
+
+std::vector<std::string> playbackFaultsSince(std::size_t count) {
+    const std::lock_guard lock(faultMutex);
+    const std::size_t first = std::min(count - std::min(count, faultsForgotten), faults.size());
+    return {faults.begin() + static_cast<std::ptrdiff_t>(first), faults.end()};
 }
 
 } // namespace vemo::tool

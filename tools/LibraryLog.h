@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <vector>
 
 namespace vemo::tool {
 
@@ -11,7 +13,11 @@ void takeOverLog();
 /// Shows the log on stderr from now on.
 void showLog();
 
-/// The library's last complaint about a playback; empty when there was none. Any thread.
-std::string playbackFault();
+/// How many complaints about playbacks the library has made. Any thread.
+std::size_t playbackFaults();
+
+/// The complaints after the first `count`, the oldest first; long ago ones are forgotten. Any
+/// thread.
+std::vector<std::string> playbackFaultsSince(std::size_t count);
 
 } // namespace vemo::tool

@@ -59,8 +59,8 @@ class Table {
 public:
     explicit Table(const Install& install) {
         for (const InstalledEffect& effect : install.effects()) {
-            idWidth_ = std::max(idWidth_, effect.id.size());
-            nameWidth_ = std::max(nameWidth_, effect.name.size());
+            idWidth_ = std::max(idWidth_, displayWidth(effect.id));
+            nameWidth_ = std::max(nameWidth_, displayWidth(effect.name));
         }
         write_("ID", "KIND", "NAME", "SECONDS", "CHANNELS", "RATE", "PATH");
     }
@@ -76,10 +76,9 @@ private:
     void write_(const std::string& id, const std::string& kindText, const std::string& name,
                 const std::string& seconds, const std::string& channels, const std::string& rate,
                 const std::string& path) const {
-        std::cout << std::left << std::setw(static_cast<int>(idWidth_) + 2) << id << std::setw(9)
-                  << kindText << std::setw(static_cast<int>(nameWidth_) + 2) << name << std::right
-                  << std::setw(9) << seconds << std::setw(10) << channels << std::setw(8) << rate
-                  << "  " << path << '\n';
+        std::cout << padded(id, idWidth_ + 2) << padded(kindText, 9) << padded(name, nameWidth_ + 2)
+                  << std::right << std::setw(9) << seconds << std::setw(10) << channels
+                  << std::setw(8) << rate << "  " << path << '\n';
     }
 
     std::size_t idWidth_ = 2;

@@ -1,11 +1,13 @@
-#include <cmath>
 #include <memory>
 #include <string>
 
+#include <QThreadPool>
+
 #include "Commands.h"
-#include "Install.h"
+#include "Cue.h"
 #include "OutputDevices.h"
-#include "PlaySession.h"
+#include "PlayOptions.h"
+#include "PlayVoice.h"
 #include "Terminal.h"
 
 namespace vemo::tool {
@@ -14,96 +16,99 @@ namespace {
 
 constexpr char DESCRIPTION[] =
     "Play effects through the library, one after the other or together. EFFECT is an id, an id\n"
-    "without .sfx, or a display name. Ambient effects repeat without end unless --repeats says\n"
-    "otherwise. Ctrl-C fades out and stops (exit code 130); a second one leaves at once. A stop\n"
-    "during the fade-in ends the effect without a fade.";
+    "without .sfx, or a display name; with --show it is a cue: the id or name of an event, or the\n"
+    "id of a player, which count from 0 in the order of the events. Ambient effects repeat "
+    "without\n"
+    "end unless --repeats says otherwise. Ctrl-C fades out and stops (exit code 130); a second "
+    "one\n"
+    "leaves at once. A stop during the fade-in ends the effect without a fade.";
 
-constexpr unsigned short FADE_STEP_MS = 30;
-constexpr std::size_t MOST_TOGETHER = 16;
-constexpr double LONGEST_FADE_MS = 65535;
-constexpr double MOST_REPEATS = 1e6;
-constexpr double LONGEST_SECONDS = 86400;
+struct Options {
+    std::vector<std::string> effects;
+    std::string install;
+    std::string show;
+    SoundOptions sound;
+    PlayOrder order;
+};
 
-/// Refuses what is not a number from `least` to `most`; unlike CLI::Range it refuses "nan" too.
-CLI::Validator within(double least, double most) {
-    const auto text = [](double value) { return CLI::detail::to_string(value); };
-    const std::string range = text(least) + " to " + text(most);
-    return CLI::Validator(
-        [=](std::string& input) {
-            double value = 0.0;
-            const bool fits =
-                CLI::detail::lexical_cast(input, value) && value >= least && value <= most;
-            return fits ? std::string() : "'" + input + "' is not a number from " + range;
-        },
-        range);
-}
+using Voices = std::vector<std::unique_ptr<Voice>>;
 
-std::vector<InstalledEffect> resolve(const Install& install,
-                                     const std::vector<std::string>& texts) {
+Voices ofEffects(const Options& options) {
+    const Install install = Install::open(options.install);
     std::vector<InstalledEffect> effects;
-    for (const std::string& text : texts) {
-        const InstalledEffect* effect = install.find(text);
-        if (!effect) {
-            throw ToolError(ExitCode::UnknownEffect, "no effect '" + text + "' in " +
-                                                         install.folder().string() +
-                                                         "; `vemo-sfx list` shows what is there");
-        }
-        effects.push_back(*effect);
+    for (const std::string& text : options.effects) {
+        effects.push_back(install.require(text));
     }
-    return effects;
-}
-
-ExitCode play(PlayOptions options) {
-    if (options.together && options.effects.size() > MOST_TOGETHER) {
-        throw ToolError(ExitCode::Usage, "--together plays at most 16 effects");
-    }
-    if (options.fadeIn > 0 && options.fadeIn < FADE_STEP_MS) {
-        complain("a fade-in below 30 ms has no step and would stay silent; it is made 30 ms");
-        options.fadeIn = FADE_STEP_MS;
-    }
-    const auto effects = resolve(Install::open(options.install), options.effects);
     outputDevices();
-    // Never destroyed: that would wait for threads which a dead audio server may hold for good.
-    auto* session = new PlaySession(effects, options);
-    session->run();
-    return ExitCode::Ok;
+    const auto pool = std::make_shared<QThreadPool>();
+    pool->setThreadPriority(QThread::TimeCriticalPriority);
+    pool->setMaxThreadCount(MOST_TOGETHER);
+    Voices voices;
+    for (const InstalledEffect& effect : effects) {
+        voices.push_back(std::make_unique<PlayVoice>(effect, options.sound, pool));
+    }
+    return voices;
 }
 
-void addSoundOptions(CLI::App& command, PlayOptions& options) {
-    command.add_option("--volume", options.volume, "Linear gain, 1 is unity")
-        ->check(within(0, 1))
-        ->capture_default_str();
-    command.add_option("--pan", options.pan, "0 left, 0.5 centre, 1 right")
-        ->check(within(0, 1))
-        ->capture_default_str();
-    command.add_option("--reverb", options.reverb, "Gain of the echo, 0 is none")
-        ->check(within(0, 1))
-        ->capture_default_str();
-    command.add_option("--fade-in", options.fadeIn, "Milliseconds")
-        ->check(within(0, LONGEST_FADE_MS))
-        ->capture_default_str();
-    command.add_option("--fade-out", options.fadeOut, "Milliseconds, for a stop")
-        ->check(within(0, LONGEST_FADE_MS))
-        ->capture_default_str();
+ExitCode playShow(const Options& options) {
+    ShowFile show(options.show, ShowFile::Missing::Refused);
+    Stage stage(std::make_unique<DataRoot>(Install::open(options.install).folder()));
+    outputDevices();
+    stage.loadAndWait();
+    Voices voices;
+    for (const std::string& text : options.effects) {
+        auto cues = cuesNamed(stage, show, text);
+        if (cues.empty()) {
+            throw ToolError(ExitCode::UnknownEffect, "no cue '" + text + "' in " + show.path());
+        }
+        std::move(cues.begin(), cues.end(), std::back_inserter(voices));
+    }
+    return playAll(std::move(voices), options.order);
+}
+
+ExitCode play(Options options) {
+    if (!options.show.empty()) {
+        return playShow(options);
+    }
+    if (options.sound.lengthenFadeIn()) {
+        complain(FADE_IN_NOTE);
+    }
+    options.sound.complete();
+    return playAll(ofEffects(options), options.order);
 }
 
 } // namespace
 
+ExitCode playAll(std::vector<std::unique_ptr<Voice>> voices, const PlayOrder& order) {
+    if (order.together && voices.size() > MOST_TOGETHER) {
+        throw ToolError(ExitCode::Usage, "--together plays at most 16 at once");
+    }
+    // Never destroyed: that would wait for threads which a dead audio server may hold for good.
+    auto* session = new PlaySession(std::move(voices), order);
+    session->run();
+    return ExitCode::Ok;
+}
+
+void addOrderOptions(CLI::App& command, PlayOrder& order) {
+    command
+        .add_option("--stop-after", order.stopAfter,
+                    "Stop each one with the fade-out, that many seconds after its start")
+        ->check(within(0, LONGEST_SECONDS));
+    command.add_flag("--together", order.together, "Play all at once instead of in turn");
+}
+
 void addPlayCommand(CLI::App& app, Command& chosen) {
     CLI::App* command = app.add_subcommand("play", DESCRIPTION);
-    const auto options = std::make_shared<PlayOptions>();
+    const auto options = std::make_shared<Options>();
     command->add_option("EFFECT", options->effects, "What to play")->required();
     command->add_option("--install", options->install, INSTALL_HELP)->type_name("FOLDER");
-    addSoundOptions(*command, *options);
-    command
-        ->add_option("--repeats", options->repeats,
-                     "Passes after the first; -1 repeats without end")
-        ->check(within(-1, MOST_REPEATS));
-    command
-        ->add_option("--stop-after", options->stopAfter,
-                     "Stop each effect with the fade-out, that many seconds after its start")
-        ->check(within(0, LONGEST_SECONDS));
-    command->add_flag("--together", options->together, "Play all at once instead of in turn");
+    CLI::Option* show =
+        command->add_option("--show", options->show, "Play cues of this show, as its events say")
+            ->type_name("FILE");
+    for (CLI::Option* option : addSoundOptions(*command, options->sound, Defaults::Shown)) {
+        option->excludes(show);
+    }
+    addOrderOptions(*command, options->order);
     command->callback([options, &chosen] { chosen = [options] { return play(*options); }; });
 }
 

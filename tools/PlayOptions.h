@@ -1,26 +1,23 @@
 #pragma once
 
-#include <optional>
-#include <string>
+#include <memory>
 #include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "PlaySession.h"
+#include "ToolError.h"
 
 namespace vemo::tool {
 
-/// What `play` was asked for; every value is within its range.
-struct PlayOptions {
-    std::vector<std::string> effects;
-    std::string install;
-    float volume = 1.0F;
-    float pan = 0.5F;
-    float reverb = 0.0F;
-    /// Milliseconds.
-    unsigned short fadeIn = 0;
-    unsigned short fadeOut = 500;
-    /// -1 without end; unset: as the kind of effect has it.
-    std::optional<int> repeats;
-    /// Seconds from the start of an effect.
-    std::optional<double> stopAfter;
-    bool together = false;
-};
+/// More playbacks than the library has threads for would wait for each other.
+inline constexpr int MOST_TOGETHER = 16;
+inline constexpr double LONGEST_SECONDS = 86400;
+
+/// --stop-after and --together.
+void addOrderOptions(CLI::App& command, PlayOrder& order);
+
+/// Plays and shows the voices; see PlaySession::run().
+ExitCode playAll(std::vector<std::unique_ptr<Voice>> voices, const PlayOrder& order);
 
 } // namespace vemo::tool

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 #include "PcmLevel.h"
 
@@ -26,28 +25,19 @@ std::string bar(double level) {
     return text;
 }
 
-std::string lengthText(PlayVoice& voice) {
+std::string lengthText(const Voice& voice) {
     const auto all = voice.allSeconds();
+    if (all && voice.seconds() <= 0.0) {
+        return "not decoded yet";
+    }
     return all ? secondsText(*all) : "without end";
-}
-
-std::string statusText(PlayVoice& voice) {
-    const double level = voice.level();
-    const auto all = voice.allSeconds();
-    // The sink drains for a moment after the last sample.
-    const double position = std::min(voice.elapsed(), all.value_or(voice.elapsed()));
-    std::string text = voice.effect().id + "  " + secondsText(position) + (all ? " of " : ", ");
-    text += lengthText(voice) + "  " + bar(level) + " " + decibelText(level);
-    return text + (voice.stopped() ? "  fading out" : "");
 }
 
 std::string settingsText(const audio::sfx::SfxDto& record) {
     std::string text;
     const auto add = [&text](const char* what, double value, double usual, const char* unit) {
         if (std::abs(value - usual) > 1e-6) {
-            char number[32];
-            std::snprintf(number, sizeof number, "%g", value);
-            text += std::string(", ") + what + " " + number + unit;
+            text += std::string(", ") + what + " " + numberText(value) + unit;
         }
     };
     add("volume", record.volume(), 1.0, "");
@@ -62,24 +52,44 @@ std::string settingsText(const audio::sfx::SfxDto& record) {
 
 } // namespace
 
+std::string statusText(Voice& voice) {
+    const auto all = voice.allSeconds();
+    // The sink drains for a moment after the last sample.
+    const double position = std::min(voice.elapsed(), all.value_or(voice.elapsed()));
+    std::string text = voice.label() + "  " + secondsText(position) + (all ? " of " : ", ");
+    text += lengthText(voice);
+    if (const auto level = voice.level()) {
+        text += "  " + bar(*level) + " " + decibelText(*level);
+    }
+    return text + (voice.stopped() ? "  fading out" : "");
+}
+
+std::string startText(const Voice& voice) {
+    return "playing " + voice.title() + ", " + lengthText(voice) + settingsText(voice.record());
+}
+
+std::string endText(const Voice& voice) {
+    return (voice.stopped() ? "stopped " : "finished ") + voice.label() + " after " +
+           secondsText(voice.elapsed());
+}
+
 std::chrono::milliseconds PlayScreen::interval_() const {
     return terminal_.interactive() ? DRAW_EVERY : LINE_EVERY;
 }
 
-void PlayScreen::started(PlayVoice& voice) {
-    terminal_.line("playing " + voice.effect().id + " (" + voice.effect().name + "), " +
-                   lengthText(voice) + settingsText(voice.record()));
+void PlayScreen::started(Voice& voice) {
+    terminal_.line(startText(voice));
     lastLine_ = std::chrono::steady_clock::now() - interval_() + FIRST_AFTER;
 }
 
-void PlayScreen::playing(const std::vector<PlayVoice*>& voices) {
+void PlayScreen::playing(const std::vector<Voice*>& voices) {
     const auto now = std::chrono::steady_clock::now();
     if (now - lastLine_ < interval_()) {
         return;
     }
     lastLine_ = now;
     std::string together;
-    for (PlayVoice* voice : voices) {
+    for (Voice* voice : voices) {
         if (terminal_.interactive()) {
             together += (together.empty() ? "" : " | ") + statusText(*voice);
         } else {
@@ -89,9 +99,8 @@ void PlayScreen::playing(const std::vector<PlayVoice*>& voices) {
     terminal_.progress(together);
 }
 
-void PlayScreen::ended(PlayVoice& voice) {
-    terminal_.line((voice.stopped() ? "stopped " : "finished ") + voice.effect().id + " after " +
-                   secondsText(voice.elapsed()));
+void PlayScreen::ended(Voice& voice) {
+    terminal_.line(endText(voice));
 }
 
 } // namespace vemo::tool

@@ -4,18 +4,25 @@
 #include <string>
 #include <vector>
 
-#include "PlayVoice.h"
 #include "Terminal.h"
+#include "Voice.h"
 
 namespace vemo::tool {
+
+/// "playing", what, how long and with which settings.
+std::string startText(const Voice& voice);
+/// What, how far it is, and how loud if that is known.
+std::string statusText(Voice& voice);
+/// "finished" or "stopped", what, and after how long.
+std::string endText(const Voice& voice);
 
 /// Shows what plays: on a terminal one line that moves, elsewhere a line every half second.
 class PlayScreen {
 public:
-    void started(PlayVoice& voice);
+    void started(Voice& voice);
     /// Called often; draws as often as it makes sense.
-    void playing(const std::vector<PlayVoice*>& voices);
-    void ended(PlayVoice& voice);
+    void playing(const std::vector<Voice*>& voices);
+    void ended(Voice& voice);
     /// Takes the moving line off the terminal.
     void clear() { terminal_.progress(""); }
 

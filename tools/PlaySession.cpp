@@ -5,30 +5,18 @@
 
 #include <QThread>
 
-#include "LibraryLog.h"
-
 namespace vemo::tool {
 
 namespace {
 
 constexpr int TICK_MS = 20;
-// More playbacks than threads would wait for each other.
-constexpr int MOST_THREADS = 16;
 // The library gives a stuck playback up by itself within less.
 constexpr double PATIENCE_SECONDS = 20.0;
-// A sink may take its data ahead of time; a playback that ends earlier than that was cut off.
-constexpr double MOST_AHEAD_SECONDS = 2.5;
 
 } // namespace
 
-PlaySession::PlaySession(const std::vector<InstalledEffect>& effects, const PlayOptions& options)
-    : options_(options) {
-    const auto pool = std::make_shared<QThreadPool>();
-    pool->setThreadPriority(QThread::TimeCriticalPriority);
-    pool->setMaxThreadCount(MOST_THREADS);
-    for (const InstalledEffect& effect : effects) {
-        waiting_.push_back(std::make_unique<PlayVoice>(effect, options_, pool));
-    }
+PlaySession::PlaySession(std::vector<std::unique_ptr<Voice>> voices, const PlayOrder& order)
+    : order_(order), waiting_(std::move(voices)) {
     connect(&timer_, &QTimer::timeout, this, [this] { guarded_(&PlaySession::tick_); });
     giveUp_.setSingleShot(true);
     connect(&giveUp_, &QTimer::timeout, &loop_, &QEventLoop::quit);
@@ -37,7 +25,7 @@ PlaySession::PlaySession(const std::vector<InstalledEffect>& effects, const Play
 }
 
 void PlaySession::run() {
-    awaitDecoding_();
+    awaitReady_();
     timer_.start(TICK_MS);
     loop_.exec();
     screen_.clear();
@@ -58,34 +46,31 @@ void PlaySession::guarded_(void (PlaySession::*step)()) {
     }
 }
 
-void PlaySession::awaitDecoding_() {
+void PlaySession::awaitReady_() {
     for (const auto& voice : waiting_) {
-        while (voice->stage() == Stage::Decoding) {
+        while (!voice->ready()) {
             Interrupt::checkpoint();
             QThread::msleep(1);
-        }
-        if (voice->stage() == Stage::Failed) {
-            throw ToolError(ExitCode::Refused, voice->failure());
         }
     }
 }
 
 void PlaySession::startDue_() {
-    while (!waiting_.empty() && !Interrupt::requested() &&
-           (options_.together || playing_.empty())) {
+    while (!waiting_.empty() && !Interrupt::requested() && (order_.together || playing_.empty())) {
         playing_.push_back(std::move(waiting_.front()));
         waiting_.erase(waiting_.begin());
-        PlayVoice& voice = *playing_.back();
-        screen_.started(voice);
-        voice.play();
+        playing_.back()->play();
     }
 }
 
 void PlaySession::tick_() {
     startDue_();
-    std::vector<PlayVoice*> sounding;
+    std::vector<Voice*> sounding;
     for (auto& voice : playing_) {
-        if (options_.stopAfter && voice->elapsed() >= *options_.stopAfter) {
+        if (voice->begins()) {
+            screen_.started(*voice);
+        }
+        if (order_.stopAfter && voice->begun() && voice->elapsed() >= *order_.stopAfter) {
             voice->stop();
         }
         if (voice->over()) {
@@ -93,7 +78,9 @@ void PlaySession::tick_() {
             ended_.push_back(std::move(voice));
         } else {
             checkOverdue_(*voice);
-            sounding.push_back(voice.get());
+            if (voice->begun()) {
+                sounding.push_back(voice.get());
+            }
         }
     }
     std::erase(playing_, nullptr);
@@ -104,37 +91,36 @@ void PlaySession::tick_() {
     }
 }
 
-void PlaySession::endOne_(PlayVoice& voice) {
-    const std::string fault = playbackFault();
-    if (!fault.empty() && !Interrupt::requested()) {
-        throw ToolError(ExitCode::NoAudio, voice.effect().id + ": " + fault);
-    }
-    const auto all = voice.allSeconds();
-    if (!voice.stopped() && (!all || voice.elapsed() + MOST_AHEAD_SECONDS < *all)) {
-        throw ToolError(ExitCode::NoAudio, voice.effect().id + ": the playback broke off after " +
-                                               secondsText(voice.elapsed()));
+void PlaySession::endOne_(Voice& voice) {
+    if (const auto fault = voice.fault()) {
+        throw *fault;
     }
     screen_.ended(voice);
 }
 
-void PlaySession::checkOverdue_(PlayVoice& voice) const {
-    const double fade = options_.fadeOut / 1000.0;
+void PlaySession::checkOverdue_(const Voice& voice) const {
+    if (!voice.begun()) {
+        return; // the library gives up a decode that stands still
+    }
+    const double fade = voice.record().fadeOut() / 1000.0;
     const auto all = voice.allSeconds();
-    const auto most = options_.stopAfter && (!all || *options_.stopAfter + fade < *all)
-                          ? std::optional(*options_.stopAfter + fade)
+    const auto most = order_.stopAfter && (!all || *order_.stopAfter + fade < *all)
+                          ? std::optional(*order_.stopAfter + fade)
                           : all;
     if (most && voice.elapsed() > *most + PATIENCE_SECONDS) {
-        throw ToolError(ExitCode::NoAudio, voice.effect().id + ": the audio output takes no sound");
+        throw ToolError(ExitCode::NoAudio, voice.label() + ": the audio output takes no sound");
     }
 }
 
 void PlaySession::onInterrupt_() {
     waiting_.clear();
+    int longestFade = 0;
     for (const auto& voice : playing_) {
         voice->stop();
+        longestFade = std::max<int>(longestFade, voice->record().fadeOut());
     }
     // A playback that does not end by itself must not hold the user.
-    giveUp_.start(options_.fadeOut + 3000);
+    giveUp_.start(longestFade + 3000);
 }
 
 } // namespace vemo::tool

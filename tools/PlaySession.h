@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <QEventLoop>
@@ -9,40 +10,44 @@
 
 #include "Interrupt.h"
 #include "PlayScreen.h"
-#include "PlayVoice.h"
 #include "ToolError.h"
+#include "Voice.h"
 
 namespace vemo::tool {
 
-/// Plays effects one after the other or together, shows them, and ends them on a signal.
+struct PlayOrder {
+    /// Seconds from the start of each voice.
+    std::optional<double> stopAfter;
+    bool together = false;
+};
+
+/// Plays voices one after the other or together, shows them, and ends them on a signal.
 class PlaySession : public QObject {
     Q_OBJECT
 
 public:
-    PlaySession(const std::vector<InstalledEffect>& effects, const PlayOptions& options);
+    PlaySession(std::vector<std::unique_ptr<Voice>> voices, const PlayOrder& order);
 
-    /// Runs until everything has ended. ToolError when an effect does not decode (Refused), nothing
+    /// Runs until everything has ended. ToolError when a voice cannot sound (Refused), nothing
     /// plays any more though it should (NoAudio), or a signal came (Interrupted).
     void run();
 
 private:
-    using Stage = audio::DecodeState::Stage;
-
-    void awaitDecoding_();
+    void awaitReady_();
     void tick_();
     void startDue_();
-    void endOne_(PlayVoice& voice);
-    void checkOverdue_(PlayVoice& voice) const;
+    void endOne_(Voice& voice);
+    void checkOverdue_(const Voice& voice) const;
     void onInterrupt_();
     void guarded_(void (PlaySession::*step)());
 
-    PlayOptions options_;
+    PlayOrder order_;
     Interrupt interrupt_;
     PlayScreen screen_;
-    std::vector<std::unique_ptr<PlayVoice>> waiting_;
-    std::vector<std::unique_ptr<PlayVoice>> playing_;
+    std::vector<std::unique_ptr<Voice>> waiting_;
+    std::vector<std::unique_ptr<Voice>> playing_;
     /// Ended voices stay: their last fade may still be on its thread.
-    std::vector<std::unique_ptr<PlayVoice>> ended_;
+    std::vector<std::unique_ptr<Voice>> ended_;
     QTimer timer_;
     QTimer giveUp_;
     QEventLoop loop_;

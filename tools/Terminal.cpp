@@ -1,14 +1,17 @@
 #include "Terminal.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
+#include <cwchar>
 #include <iostream>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
-namespace vemo::tool {
+#include <QList>
+#include <QString>
 
-namespace {
+namespace vemo::tool {
 
 std::size_t terminalWidth() {
     winsize size{};
@@ -16,7 +19,17 @@ std::size_t terminalWidth() {
     return known ? size.ws_col : 80;
 }
 
-} // namespace
+std::size_t displayWidth(const std::string& text) {
+    std::size_t width = 0;
+    for (const char32_t character : QString::fromStdString(text).toUcs4()) {
+        width += static_cast<std::size_t>(std::max(::wcwidth(static_cast<wchar_t>(character)), 0));
+    }
+    return width;
+}
+
+std::string padded(const std::string& text, std::size_t width) {
+    return text + std::string(width - std::min(width, displayWidth(text)), ' ');
+}
 
 Terminal::Terminal() : interactive_(::isatty(STDOUT_FILENO) == 1) {}
 
@@ -51,6 +64,12 @@ void complain(const std::string& text) {
 
 std::string countText(std::size_t count, const std::string& noun) {
     return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
+std::string numberText(double value) {
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "%.4g", value);
+    return text.data();
 }
 
 std::string secondsText(double seconds) {

@@ -31,8 +31,19 @@ private:
 /// A line on stderr, headed with the program's name.
 void complain(const std::string& text);
 
+/// Columns of the terminal on stdout; 80 if there is none.
+std::size_t terminalWidth();
+
+/// Columns that the text takes, which are neither its bytes nor, for some scripts, its characters.
+std::size_t displayWidth(const std::string& text);
+/// The text, filled up with spaces to that many columns.
+std::string padded(const std::string& text, std::size_t width);
+
 /// For example "1 effect", "2 effects".
 std::string countText(std::size_t count, const std::string& noun);
+
+/// The shortest form of the number, for example "0.5".
+std::string numberText(double value);
 
 /// For example "1.25 s".
 std::string secondsText(double seconds);

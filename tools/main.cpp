@@ -13,17 +13,18 @@ namespace vemo::tool {
 namespace {
 
 constexpr char DESCRIPTION[] =
-    "Sound effects at the command line: make an install folder, check it, list it, play from it.";
+    "Sound effects at the command line: make an install folder, check it, list it, play from it,\n"
+    "and run a show of events that play its effects.";
 
-constexpr char EXIT_CODES[] =
-    "Exit codes:\n"
-    "  0    done\n"
-    "  1    a check failed: faults found, an input refused, output that cannot be written\n"
-    "  2    usage: an unknown option, a value out of range\n"
-    "  3    no install at that place, or a manifest that cannot be used\n"
-    "  4    unknown effect\n"
-    "  5    no audio output device, or the playback broke off\n"
-    "  130  interrupted (SIGINT, SIGTERM)\n";
+constexpr char EXIT_CODES[] = "Exit codes:\n"
+                              "  0    done\n"
+                              "  1    a check failed: faults found, an input or a show file "
+                              "refused, output that cannot be written\n"
+                              "  2    usage: an unknown option, a value out of range\n"
+                              "  3    no install at that place, or a manifest that cannot be used\n"
+                              "  4    unknown effect, event or cue\n"
+                              "  5    no audio output device, or the playback broke off\n"
+                              "  130  interrupted (SIGINT, SIGTERM)\n";
 
 ExitCode run(int argc, char** argv) {
     CLI::App app(DESCRIPTION, "vemo-sfx");
@@ -37,6 +38,9 @@ ExitCode run(int argc, char** argv) {
     addVerifyCommand(app, command);
     addListCommand(app, command);
     addPlayCommand(app, command);
+    addPlayFileCommand(app, command);
+    addShowCommand(app, command);
+    addConsoleCommand(app, command);
     addDevicesCommand(app, command);
     try {
         app.parse(argc, argv);

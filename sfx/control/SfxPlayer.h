@@ -8,8 +8,9 @@
 
 namespace vemo::audio {
 
-/// One player of the controller, driven from whatever thread made this object. It plays one
-/// record, which need not be in the repository.
+/// One player of the controller, driven from any thread. It plays one record, which need not be in
+/// the repository. Any thread may call its operations; what moves or destroys the object comes
+/// before or after them.
 ///
 /// Play, stops, setters and fades return at once; queries wait for the controller's thread. A query
 /// throws SfxException when the player is gone (a reload removes the players whose event and effect

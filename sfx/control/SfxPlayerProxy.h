@@ -16,7 +16,8 @@ class SfxPlayerControllerImpl;
 
 /// A player of the controller as another thread sees it: every call becomes a signal that the
 /// controller serves on its own thread, in the order of the calls. Queries wait for the answer, as
-/// long as it takes; they throw SfxException when none can come any more. Used on one thread.
+/// long as it takes; they throw SfxException when none can come any more. Any thread may call its
+/// operations.
 class SfxPlayerProxy : public QObject, public SfxPlayerInterface {
     Q_OBJECT
 

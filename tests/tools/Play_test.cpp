@@ -1,55 +1,14 @@
-#include "ToolTest.h"
+#include "PlayTest.h"
 
 #include <algorithm>
 #include <csignal>
-
-#include "support/Analysis.h"
-#include "support/PulseServer.h"
-#include "support/Recorder.h"
 
 namespace {
 
 using namespace sfx_test;
 using testing::HasSubstr;
 
-constexpr double LOW = 440;
-constexpr double HIGH = 1320;
-
-/// Without gaps: a loaded machine may starve the sink for a moment, which delays sound but loses
-/// none.
-double soundingMs(const Pcm& pcm, int channel) {
-    double sum = 0;
-    for (const Stretch& stretch : Stretches(pcm, channel)) {
-        sum += stretch.Ms(pcm.rate);
-    }
-    return sum;
-}
-
-class Play : public ToolTest {
-protected:
-    void SetUp() override {
-        writeVorbis("in/low.ogg", {.ms = 600, .frequency = LOW});
-        writeVorbis("in/high.ogg", {.ms = 600, .frequency = HIGH});
-        writeVorbis("in/long.ogg", {.ms = 60'000, .frequency = LOW});
-        ASSERT_EQ(run({"pack", at("in"), "--out", at("out")}).exitCode, 0);
-    }
-
-    std::vector<std::string> command(std::vector<std::string> arguments) const {
-        arguments.insert(arguments.begin(), "play");
-        arguments.insert(arguments.end(), {"--install", at("out")});
-        return arguments;
-    }
-    /// Plays to the end and returns what was heard.
-    Pcm hear(const std::vector<std::string>& arguments) {
-        Recorder recorder;
-        const Result result = run(command(arguments));
-        EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
-        EXPECT_TRUE(recorder.WaitForSilence());
-        return recorder.Stop();
-    }
-
-    PulseServer server_;
-};
+using Play = PlayTest;
 
 TEST_F(Play, playSoundsTheWholeEffectAndShowsIt) {
     Recorder recorder;

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include <QObject>
+#include <QString>
+
+namespace vemo::tool {
+
+/// Where the console's lines come from and its answers go to, through the event loop.
+class ConsoleInput : public QObject {
+    Q_OBJECT
+
+public:
+    /// A line editor with a history when stdin and stdout are a terminal, else plain lines.
+    static std::unique_ptr<ConsoleInput> make();
+
+    /// Asks for one more line: line() or ended() follows.
+    virtual void ask() = 0;
+    /// Writes a line to stdout, above what the user is typing.
+    virtual void say(const std::string& text) = 0;
+    /// Asks no more, and leaves the terminal as it was.
+    virtual void close() = 0;
+
+Q_SIGNALS:
+    void line(QString text);
+    void ended();
+};
+
+} // namespace vemo::tool
