@@ -66,20 +66,6 @@ TEST_F(ManagerSound, setAmbientCrossesOverToTheNext) {
     ExpectCrossOver(Levels(heard, kLow), Levels(heard, kHigh));
 }
 
-TEST_F(ManagerSound, aStoppedEffectPlaysAtFullVolumeTheNextTime) {
-    const int id = manager_.AddPlayer(Low().fadeIn(0).fadeOut(0).volume(0.2F).build());
-    for (const double level : {0.2 * kFull, kFull}) {
-        Recorder recorder;
-        manager_.Play(id, 0);
-        ASSERT_TRUE(recorder.WaitForSound());
-        ASSERT_TRUE(recorder.WaitForMore(300ms));
-        manager_.Stop(id, 0);
-        ASSERT_TRUE(recorder.WaitForSilence());
-        const auto levels = Levels(recorder.Stop(), kLow);
-        EXPECT_NEAR(*std::max_element(levels.begin(), levels.end()), level, 0.05 * level);
-    }
-}
-
 TEST_F(ManagerSound, aPlayerThatAReloadHasRemovedIsStoppedAndPassedOver) {
     Recorder recorder;
     manager_.Play(0, 0);

@@ -33,13 +33,8 @@ protected:
             std::make_unique<LoggingPlayer>(SfxDto::builder().type(type).build(), log));
         return log;
     }
-    static void ExpectUnknown(const std::function<void()>& call, const char* id) {
-        try {
-            call();
-            ADD_FAILURE() << "nothing was thrown";
-        } catch (const std::out_of_range& fault) {
-            EXPECT_THAT(fault.what(), testing::HasSubstr(id));
-        }
+    static auto NamesTheId(const char* id) {
+        return testing::ThrowsMessage<std::out_of_range>(testing::HasSubstr(id));
     }
 
     BareInstall install_;
@@ -145,11 +140,13 @@ TEST_F(Manager, stopsByTypeInAscendingOrder) {
 
 TEST_F(Manager, anIdThatWasNeverGivenThrowsAndIsPassedOver) {
     SfxManager manager;
-    ExpectUnknown([&] { manager.Play(7, 0); }, "7");
-    ExpectUnknown([&] { manager.Stop(8, 0); }, "8");
-    ExpectUnknown([&] { manager.SetPlayerOutputPath(-9, 1000); }, "-9");
-    ExpectUnknown([&] { static_cast<void>(manager.GetSfxDto(7)); }, "invalid map<K, T> key");
-    ExpectUnknown([&] { static_cast<void>(manager.GetSfxDto(1)); }, "invalid map<K, T> key");
+    EXPECT_THAT([&] { manager.Play(7, 0); }, NamesTheId("7"));
+    EXPECT_THAT([&] { manager.Stop(8, 0); }, NamesTheId("8"));
+    EXPECT_THAT([&] { manager.SetPlayerOutputPath(-9, 1000); }, NamesTheId("-9"));
+    EXPECT_THAT([&] { static_cast<void>(manager.GetSfxDto(7)); },
+                NamesTheId("invalid map<K, T> key"));
+    EXPECT_THAT([&] { static_cast<void>(manager.GetSfxDto(1)); },
+                NamesTheId("invalid map<K, T> key"));
     manager.ForEachPlayer([](int id) { ADD_FAILURE() << id; });
     manager.StopAllEffects();
     manager.StopPrimaryEffects();

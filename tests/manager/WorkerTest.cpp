@@ -27,6 +27,7 @@ class Worker : public ::testing::Test {
 protected:
     std::string Ramp(SfxWorkerVolume::Kind kind, unsigned int duration, float from, float to,
                      bool stopped = false) {
+        log_->Clear();
         SfxWorkerVolume worker(kind, duration, from, to, &player_, 0.7F, &gate_);
         if (stopped)
             worker.RequestStop();
@@ -42,28 +43,15 @@ protected:
 
 } // namespace
 
-TEST_F(Worker, aFadeInPlaysAndRisesToItsTarget) {
-    EXPECT_EQ(Ramp(SfxWorkerVolume::FadeIn, 90, 0.0F, 1.0F), "0 play 0.2 0.4 0.6 0.8 1");
-    EXPECT_FLOAT_EQ(player_->Volume(), 1.0F);
-}
-
-TEST_F(Worker, aFadeOutFallsStopsAndRestoresTheVolume) {
-    EXPECT_EQ(Ramp(SfxWorkerVolume::FadeOut, 80, 1.0F, 0.0F), "0.75 0.5 0.25 0 stop 0.7");
-}
-
-TEST_F(Worker, levelsStayBetweenSilenceAndFull) {
-    EXPECT_EQ(Ramp(SfxWorkerVolume::FadeIn, 40, 0.5F, 3.0F), "0.5 play 1 1");
-}
-
-TEST_F(Worker, noTimeMeansNoSteps) {
-    EXPECT_EQ(Ramp(SfxWorkerVolume::FadeIn, 0, 0.5F, 1.0F), "0.5 play");
-    log_->Clear();
-    EXPECT_EQ(Ramp(SfxWorkerVolume::FadeOut, 0, 0.5F, 0.0F), "stop 0.7");
-}
-
-TEST_F(Worker, aStopBeforeTheBeginningLeavesEverythingAlone) {
-    EXPECT_EQ(Ramp(SfxWorkerVolume::FadeIn, 100, 0.0F, 1.0F, true), "");
-    EXPECT_EQ(Ramp(SfxWorkerVolume::FadeOut, 0, 1.0F, 0.0F, true), "");
+TEST_F(Worker, rampsInStepsOf20MsBetweenPlayAndStop) {
+    using enum SfxWorkerVolume::Kind;
+    EXPECT_EQ(Ramp(FadeIn, 90, 0.0F, 1.0F), "0 play 0.2 0.4 0.6 0.8 1");
+    EXPECT_EQ(Ramp(FadeOut, 80, 1.0F, 0.0F), "0.75 0.5 0.25 0 stop 0.7");
+    EXPECT_EQ(Ramp(FadeIn, 40, 0.5F, 3.0F), "0.5 play 1 1") << "no more than full volume";
+    EXPECT_EQ(Ramp(FadeIn, 0, 0.5F, 1.0F), "0.5 play");
+    EXPECT_EQ(Ramp(FadeOut, 0, 0.5F, 0.0F), "stop 0.7");
+    EXPECT_EQ(Ramp(FadeIn, 100, 0.0F, 1.0F, true), "") << "stopped before it began";
+    EXPECT_EQ(Ramp(FadeOut, 0, 1.0F, 0.0F, true), "");
 }
 
 TEST_F(Worker, aCancelledFadeOutLeavesThePlayerPlayingAtTheLevelItReached) {
