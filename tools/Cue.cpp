@@ -108,6 +108,8 @@ bool Cue::fading() const {
 }
 
 void Cue::fadeTo(float volume, unsigned int milliseconds) {
+    ask_(); // it may have begun since it was looked at
+    begins();
     if (!begun() || !player_) {
         throw ToolError(ExitCode::Refused, label() + " does not sound yet");
     }

@@ -1,5 +1,6 @@
 #include "ProcessRunner.h"
 
+#include <iostream>
 #include <stdexcept>
 #include <utility>
 
@@ -83,14 +84,17 @@ ProcessRunner::Result ProcessRunner::Run(const QString& program, const QStringLi
 }
 
 bool ProcessRunner::WaitForOutput(const QByteArray& text, std::chrono::milliseconds deadline) {
-    return WaitFor(
-               [&] {
-                   Collect();
-                   return result_.out.contains(text) || result_.err.contains(text) ||
-                          process_.state() == QProcess::NotRunning;
-               },
-               deadline) &&
-           (result_.out.contains(text) || result_.err.contains(text));
+    const auto appeared = [&] {
+        Collect();
+        return result_.out.contains(text) || result_.err.contains(text);
+    };
+    WaitFor([&] { return appeared() || process_.state() == QProcess::NotRunning; }, deadline);
+    const bool found = appeared();
+    if (!found) {
+        std::cerr << "no '" << text.toStdString() << "' in:\n"
+                  << result_.out.toStdString() << result_.err.toStdString();
+    }
+    return found;
 }
 
 void ProcessRunner::SendSignal(int signal) {

@@ -44,7 +44,8 @@ public:
                       const std::map<QString, QString>& environment = {},
                       std::chrono::milliseconds deadline = kDeadline);
 
-    /// Waits until the text has appeared on standard output or standard error.
+    /// Waits until the text has appeared on standard output or standard error; when it does not,
+    /// shows what has.
     bool WaitForOutput(const QByteArray& text, std::chrono::milliseconds deadline = kDeadline);
     void SendSignal(int signal);
     /// Writes to the program's standard input.
