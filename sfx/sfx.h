@@ -15,6 +15,13 @@
 #include <sfx/control/SfxPlayerControllerImpl.h>
 #include <sfx/control/SfxPlayerControllerInterface.h>
 #include <sfx/export.h>
+#include <sfx/manager/AudioDevice.h>
+#include <sfx/manager/AudioPath.h>
+#include <sfx/manager/AudioPathManager.h>
+#include <sfx/manager/DeviceControl.h>
+#include <sfx/manager/DeviceControlInterface.h>
+#include <sfx/manager/DeviceControlQt.h>
+#include <sfx/manager/SfxManager.h>
 #include <sfx/model/BadFileException.h>
 #include <sfx/model/CustomAudioException.h>
 #include <sfx/model/CustomAudioParameters.h>
@@ -33,3 +40,6 @@
 #include <sfx/source/SfxPanFilter.h>
 #include <sfx/source/SfxReverbFilter.h>
 #include <sfx/source/UserAudioFile.h>
+#ifdef _WIN32
+#include <sfx/manager/DeviceControlWin32.h>
+#endif

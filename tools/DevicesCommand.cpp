@@ -1,6 +1,9 @@
 #include <iostream>
 #include <memory>
 
+#include <QAudioDevice>
+#include <QMediaDevices>
+
 #include "Commands.h"
 #include "JsonOut.h"
 #include "OutputDevices.h"
@@ -10,20 +13,21 @@ namespace vemo::tool {
 namespace {
 
 ExitCode devices(bool asJson) {
+    const auto all = outputDevices();
+    const std::string defaultId = QMediaDevices::defaultAudioOutput().id().toStdString();
     JsonOut json;
     json.StartArray();
-    for (const QAudioDevice& device : outputDevices()) {
-        const std::string id = device.id().toStdString();
-        const std::string description = device.description().toStdString();
+    for (const audio::AudioDevice& device : all) {
+        const bool isDefault = device.idText == defaultId;
         if (asJson) {
             json.StartObject();
-            json.member("id", id);
-            json.member("description", description);
+            json.member("id", device.idText);
+            json.member("description", device.name);
             json.Key("default");
-            json.Bool(device.isDefault());
+            json.Bool(isDefault);
             json.EndObject();
         } else {
-            std::cout << (device.isDefault() ? "* " : "  ") << id << "  " << description << '\n';
+            std::cout << (isDefault ? "* " : "  ") << device.idText << "  " << device.name << '\n';
         }
     }
     json.EndArray();

@@ -6,7 +6,7 @@
 #include <mutex>
 #include <thread>
 
-#include <QMediaDevices>
+#include <sfx/manager/DeviceControl.h>
 
 #include "Terminal.h"
 #include "ToolError.h"
@@ -49,10 +49,10 @@ private:
 
 } // namespace
 
-QList<QAudioDevice> outputDevices() {
+std::vector<audio::AudioDevice> outputDevices() {
     const Deadline deadline;
-    QList<QAudioDevice> devices = QMediaDevices::audioOutputs();
-    if (devices.isEmpty()) {
+    auto devices = audio::MakeDeviceControl()->GetOutputDevices();
+    if (devices.empty()) {
         throw ToolError(ExitCode::NoAudio, "no audio output device");
     }
     return devices;

@@ -1,12 +1,13 @@
 #pragma once
 
-#include <QAudioDevice>
-#include <QList>
+#include <vector>
+
+#include <sfx/manager/AudioDevice.h>
 
 namespace vemo::tool {
 
 /// The output devices. ToolError (NoAudio) when there is none; leaves the process with that code
 /// when the audio server takes the call and never answers.
-QList<QAudioDevice> outputDevices();
+std::vector<audio::AudioDevice> outputDevices();
 
 } // namespace vemo::tool

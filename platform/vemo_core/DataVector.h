@@ -21,7 +21,8 @@ public:
     const unsigned char* data() const { return bytes_.data(); }
     std::string ToString() const;
 
-    auto operator<=>(const DataVector&) const = default; // NOLINT(modernize-use-nullptr)
+    std::strong_ordering operator<=>(const DataVector& other) const;
+    bool operator==(const DataVector&) const = default;
 
 private:
     std::vector<unsigned char> bytes_;

@@ -1,0 +1,20 @@
+#include "DeviceControlQt.h"
+
+#include <QAudioDevice>
+#include <QMediaDevices>
+
+#include <sfx/model/InternedText.h>
+
+namespace vemo::audio {
+
+std::vector<AudioDevice> DeviceControlQt::GetOutputDevices() {
+    std::vector<AudioDevice> devices;
+    for (const QAudioDevice& device : QMediaDevices::audioOutputs()) {
+        const QByteArray id = device.id();
+        devices.push_back({InternText(QString::fromUtf8(id).toStdWString()),
+                           device.description().toStdString(), id.toStdString()});
+    }
+    return devices;
+}
+
+} // namespace vemo::audio
