@@ -2,7 +2,15 @@
 
 #include <exception>
 
+#include <QLoggingCategory>
+
 namespace vemo::audio {
+
+namespace {
+
+Q_LOGGING_CATEGORY(lcManager, "sfx.manager")
+
+} // namespace
 
 SfxWorker::~SfxWorker() {
     End();
@@ -12,7 +20,14 @@ void SfxWorker::Start() {
     const std::lock_guard lock(mutex_);
     if (thread_.joinable())
         std::terminate();
-    thread_ = std::thread([this] { Work(); });
+    thread_ = std::thread([this] {
+        try {
+            Work();
+        } catch (const std::exception& fault) {
+            // Of a host's own player; nobody is there to catch it.
+            qCWarning(lcManager) << "a fade has ended:" << fault.what();
+        }
+    });
 }
 
 bool SfxWorker::IsRunning() const {

@@ -1,10 +1,12 @@
 #include <algorithm>
+#include <stdexcept>
 #include <system_error>
 
 #include <gtest/gtest.h>
 
 #include <sfx/manager/ManagedSfxPlayer.h>
 #include <sfx/manager/SfxWorkerVolume.h>
+#include <support/LogCatcher.h>
 #include <support/Waiting.h>
 
 #include "LoggingPlayer.h"
@@ -84,6 +86,17 @@ TEST_F(Worker, joiningIsForAnotherThreadAndOnce) {
     EXPECT_TRUE(worker.IsRunning()) << "held until it is joined";
     worker.Join();
     EXPECT_FALSE(worker.IsRunning());
+}
+
+TEST_F(Worker, anExceptionOfAHostsPlayerEndsTheFadeAlone) {
+    struct Broken : SfxWorker {
+        ~Broken() override { End(); }
+        void Work() override { throw std::runtime_error("no such player"); }
+    } worker;
+    const LogCatcher log;
+    worker.Start();
+    worker.Join();
+    EXPECT_NE(log.Last().find("no such player"), std::string::npos) << log.Last();
 }
 
 TEST(ManagedPlayer, aPlayWithoutAFadeIsImmediateAndAStopRestoresTheVolume) {
