@@ -103,6 +103,7 @@ int LineEditor::readCharacter(EditLine* editor, wchar_t* character) {
             self->hungUp_ = true;
             return 0;
         }
+        // Safe with a state of its own: NOLINTNEXTLINE(concurrency-mt-unsafe)
         const std::size_t used = std::mbrtowc(character, &byte, 1, &state);
         if (used == static_cast<std::size_t>(-1)) {
             *character = L'\uFFFD';
