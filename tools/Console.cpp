@@ -69,6 +69,7 @@ void Console::onLoaded_() {
 
 void Console::tick_() {
     cues_.look();
+    input_->show(cues_.summary(terminalWidth() / 3));
     if (inputEnded_ && !leaving_) {
         cues_.stopEndless();
     }
@@ -109,9 +110,11 @@ ExitCode runConsole(const Options& options) {
 
 void addConsoleCommand(CLI::App& app, Command& chosen) {
     CLI::App* command = app.add_subcommand(
-        "console", "Run a show: type commands, `help` among them, while cues play. From a pipe it\n"
-                   "takes the same commands, and answers each with at least one line. The end of\n"
-                   "the input waits for what plays, unless that repeats without end.");
+        "console",
+        "Run a show: type commands, `help` among them, while cues play; the\n"
+        "prompt shows what runs. From a pipe it takes the same commands, and answers\n"
+        "each with at least one line. The end of the input waits for what plays, unless\n"
+        "that repeats without end.");
     const auto options = std::make_shared<Options>();
     command->add_option("SHOW", options->show, "The show file; made if there is none")->required();
     command->add_option("--install", options->install, INSTALL_HELP)->type_name("FOLDER");

@@ -20,6 +20,9 @@ public:
     virtual void ask() = 0;
     /// Writes a line to stdout, above what the user is typing.
     virtual void say(const std::string& text) = 0;
+    /// Keeps a text in view while the user types; an empty one takes it away. Plain lines show
+    /// none.
+    virtual void show(const std::string& /*state*/) {}
     /// Asks no more, and leaves the terminal as it was.
     virtual void close() = 0;
 

@@ -9,6 +9,21 @@
 
 namespace vemo::tool {
 
+namespace {
+
+std::string clockText(double seconds) {
+    const auto whole = static_cast<int>(seconds);
+    return std::to_string(whole / 60) + (whole % 60 < 10 ? ":0" : ":") + std::to_string(whole % 60);
+}
+
+std::string summaryOf(const Cue& cue) {
+    const auto all = cue.allSeconds();
+    return cue.label() + " " + clockText(cue.elapsed()) +
+           (all && *all > 0.0 ? "/" + clockText(*all) : "") + (cue.stopped() ? " fading" : "");
+}
+
+} // namespace
+
 CueList::CueList(Stage& stage, ShowFile& show, Say say)
     : stage_(stage), show_(show), say_(std::move(say)) {}
 
@@ -120,6 +135,24 @@ void CueList::status() const {
              std::to_string(cue->id()) + "  " + (fading ? "fading to volume " : "volume ") +
              numberText(cue->volume()));
     }
+}
+
+std::string CueList::summary(std::size_t columns) const {
+    std::string text;
+    std::size_t shown = 0;
+    for (const auto& cue : cues_) {
+        const std::string longer = text + (text.empty() ? "" : " | ") + summaryOf(*cue);
+        if (displayWidth(longer) > columns) {
+            break;
+        }
+        text = longer;
+        ++shown;
+    }
+    if (shown == cues_.size()) {
+        return text;
+    }
+    return shown == 0 ? countText(cues_.size(), "cue")
+                      : text + " +" + std::to_string(cues_.size() - shown);
 }
 
 void CueList::look() {

@@ -24,6 +24,8 @@ public:
     /// For what sounds and for the next time, until the event is edited.
     void setVolume(const std::string& cue, float volume);
     void status() const;
+    /// What runs, in whole seconds, in at most that many columns; empty when nothing does.
+    std::string summary(std::size_t columns) const;
 
     /// Tells which cues have ended since the last look, and how.
     void look();

@@ -22,11 +22,6 @@ constexpr int HISTORY_LENGTH = 1000;
 constexpr int REST_OF_A_KEY_MS = 50;
 constexpr char END_OF_INPUT = '\x04';
 
-char* prompt(EditLine*) {
-    static std::string text = PROMPT;
-    return text.data();
-}
-
 /// Empty when there is no place for it: the history then ends with the program.
 std::string historyPath() {
     QString state = QString::fromUtf8(qgetenv("XDG_STATE_HOME"));
@@ -50,7 +45,8 @@ LineEditor::LineEditor()
     : notifier_(STDIN_FILENO, QSocketNotifier::Read),
       history_(history_init()),
       editor_(el_init("vemo-sfx", stdin, stdout, stderr)),
-      historyFile_(historyPath()) {
+      historyFile_(historyPath()),
+      promptText_(PROMPT) {
     notifier_.setEnabled(false);
     connect(&notifier_, &QSocketNotifier::activated, this, [this] { onKey_(); });
     HistEvent event{};
@@ -61,7 +57,7 @@ LineEditor::LineEditor()
     }
     EditLine* const editor = editor_.get();
     el_set(editor, EL_CLIENTDATA, this);
-    el_set(editor, EL_PROMPT, prompt);
+    el_set(editor, EL_PROMPT, &LineEditor::prompt_);
     el_set(editor, EL_EDITOR, "emacs");
     el_set(editor, EL_HIST, history, history_.get());
     el_set(editor, EL_GETCFN, &LineEditor::readCharacter);
@@ -93,14 +89,22 @@ void LineEditor::finish_() {
     }
 }
 
-int LineEditor::readCharacter(EditLine* editor, wchar_t* character) {
+LineEditor& LineEditor::of_(EditLine* editor) {
     LineEditor* self = nullptr;
     el_get(editor, EL_CLIENTDATA, &self);
+    return *self;
+}
+
+char* LineEditor::prompt_(EditLine* editor) {
+    return of_(editor).promptText_.data();
+}
+
+int LineEditor::readCharacter(EditLine* editor, wchar_t* character) {
     std::mbstate_t state{};
     while (comes(REST_OF_A_KEY_MS)) {
         char byte = 0;
         if (::read(STDIN_FILENO, &byte, 1) != 1) {
-            self->hungUp_ = true;
+            of_(editor).hungUp_ = true;
             return 0;
         }
         // Safe with a state of its own: NOLINTNEXTLINE(concurrency-mt-unsafe)
@@ -149,7 +153,7 @@ void LineEditor::remember_(const std::string& line) {
 void LineEditor::wipe_() {
     const LineInfo* const line = el_line(editor_.get());
     const std::string before(line->buffer, line->cursor);
-    const std::size_t rows = (displayWidth(PROMPT) + displayWidth(before)) / terminalWidth();
+    const std::size_t rows = (displayWidth(promptText_) + displayWidth(before)) / terminalWidth();
     if (rows > 0) {
         std::cout << "\x1b[" << rows << 'A';
     }
@@ -161,6 +165,22 @@ void LineEditor::say(const std::string& text) {
         wipe_();
     }
     std::cout << text << '\n' << std::flush;
+    drawAgain_();
+}
+
+void LineEditor::show(const std::string& state) {
+    const std::string shown = state.empty() ? PROMPT : "[" + state + "] " + PROMPT;
+    if (shown == promptText_) {
+        return;
+    }
+    if (editing_) {
+        wipe_();
+    }
+    promptText_ = shown;
+    drawAgain_();
+}
+
+void LineEditor::drawAgain_() {
     if (editing_) {
         el_resize(editor_.get());
         el_set(editor_.get(), EL_REFRESH);

@@ -1,6 +1,7 @@
 #include <sfx/manager/SfxWorker.h>
 
 #include <exception>
+#include <system_error>
 
 #include <QLoggingCategory>
 
@@ -53,6 +54,9 @@ void SfxWorker::HasBegun() {
 
 void SfxWorker::Join() {
     const std::lock_guard lock(mutex_);
+    // Asked here, since not every system looks for it.
+    if (thread_.get_id() == std::this_thread::get_id())
+        throw std::system_error(std::make_error_code(std::errc::resource_deadlock_would_occur));
     thread_.join();
 }
 

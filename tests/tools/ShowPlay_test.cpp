@@ -184,6 +184,9 @@ TEST_F(Console, editsLinesWithHistoryOnATerminal) {
     ASSERT_TRUE(terminal.WaitForOutput("sfx.1 added"));
     terminal.Write("\x1b[A\n"); // the line before
     ASSERT_TRUE(terminal.WaitForOutput("sfx.2 added\r\nsfx> "));
+    terminal.Write("play sfx.2\n");
+    EXPECT_TRUE(terminal.WaitForOutput("[\xc3\xbc 0:00")) << "what runs, in front of the prompt";
+    ASSERT_TRUE(terminal.WaitForOutput("finished \xc3\xbc"));
     terminal.Write("\x04");
     EXPECT_EQ(terminal.Finish().exitCode, 0);
     const auto history = readFile(at("state/vemo-sfx/history"));

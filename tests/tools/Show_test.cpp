@@ -4,7 +4,6 @@ namespace {
 
 using namespace sfx_test;
 using testing::ElementsAre;
-using testing::HasSubstr;
 
 class Show : public ToolTest {
 protected:
