@@ -12,6 +12,9 @@ endif()
 # One folder for all DLLs and programs, so that a program finds its DLLs on Windows.
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
+if(MINGW)
+    set(CMAKE_SHARED_LIBRARY_PREFIX "") # sfx.dll, as with every other compiler there
+endif()
 
 find_program(SFX_CCACHE ccache)
 if(SFX_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)

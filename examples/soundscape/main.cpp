@@ -116,5 +116,5 @@ int main(int argc, char** argv) {
     }
     // PulseAudio's client may crash in static destructors that run right after a playback.
     std::cout.flush();
-    std::quick_exit(code);
+    std::_Exit(code);
 }
