@@ -140,10 +140,14 @@ TEST_F(Console, answersEveryLineOfAPipe) {
         console->Write(QByteArray::fromStdString(line + "\n"));
         EXPECT_TRUE(console->WaitForOutput(QByteArray::fromStdString(answer))) << line;
     }
+    console->Write("add low --name last\n");
+    ASSERT_TRUE(console->WaitForOutput("sfx.2 added"));
     // Without a newline; the end of the input waits for what plays.
-    console->Write(QByteArray::fromStdString("play low"));
+    console->Write("play last");
     console->CloseInput();
-    EXPECT_EQ(console->Finish().exitCode, 0);
+    const Result result = console->Finish();
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_THAT(result.out.toStdString(), HasSubstr("finished last"));
 }
 
 TEST_F(Console, quitAndInterruptFadeWhatPlays) {
