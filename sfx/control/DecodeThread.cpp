@@ -2,9 +2,18 @@
 
 #include <QCoreApplication>
 
+#include <sfx/source/ComApartment.h>
+
 namespace vemo::audio {
 
 namespace {
+
+class Thread : public QThread {
+    void run() override {
+        [[maybe_unused]] const ComApartment com;
+        exec();
+    }
+};
 
 QThread* running = nullptr;
 
@@ -18,7 +27,7 @@ void End() {
 
 QThread& DecodeThread() {
     static QThread* const thread = [] {
-        running = new QThread;
+        running = new Thread;
         running->setObjectName(QStringLiteral("sfx decode"));
         running->start();
         qAddPostRoutine(End);

@@ -1,10 +1,10 @@
 #include <sfx/player/SfxPlayerImpl.h>
 
-#include <QMediaDevices>
 #include <QThread>
 #include <QtConcurrentRun>
 
 #include <sfx/model/SfxException.h>
+#include <sfx/player/AudioOutputs.h>
 #include <sfx/player/Playback.h>
 #include <sfx/player/PlayerState.h>
 
@@ -98,7 +98,7 @@ void SfxPlayerImpl::Stop() {
 void SfxPlayerImpl::SetOutputDevice(const wchar_t*) {
     // Playback stays on the default output, whatever is asked for; only a machine without any
     // output is worth an error.
-    if (QMediaDevices::audioOutputs().isEmpty())
+    if (AudioOutputs().isEmpty())
         throw SfxException("No audio devices found");
 }
 

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include <QMediaDevices>
 #include <QTimer>
 
+#include <sfx/player/AudioOutputs.h>
 #include <sfx/player/FileGate.h>
 #include <sfx/player/Log.h>
 #include <sfx/player/Playback.h>
@@ -94,7 +94,7 @@ bool SinkStage::Open(SfxFileInterface& file) {
     record_ = std::make_shared<sfx::SfxDto>(*playback_.state_.Record());
     stream_ = std::make_unique<SfxAudioStream>(record_, &file, nullptr);
     // Looked up just before it is opened: an output that has gone holds its opener for ever.
-    output_ = QMediaDevices::defaultAudioOutput();
+    output_ = DefaultAudioOutput();
     if (output_.isNull()) {
         qCWarning(lcPlayer) << "no audio output to play on";
         return false;
@@ -182,7 +182,7 @@ const char* SinkStage::Fault() {
     if (sink_->error() == QAudio::IOError || sink_->error() == QAudio::FatalError)
         return "has failed";
     // A sink whose output was removed stays active for ever; only the list of outputs tells.
-    if (ticks_ % TicksPerDeviceLook == 0 && !QMediaDevices::audioOutputs().contains(output_))
+    if (ticks_ % TicksPerDeviceLook == 0 && !AudioOutputs().contains(output_))
         return "was removed";
     return nullptr;
 }

@@ -12,6 +12,7 @@
 #include <sfx/model/SfxDto.h>
 #include <sfx/player/PullDevice.h>
 #include <sfx/player/SinkLink.h>
+#include <sfx/source/ComApartment.h>
 #include <sfx/source/SfxAudioStream.h>
 #include <sfx/source/SfxFileInterface.h>
 
@@ -45,6 +46,7 @@ private:
     void End();
 
     Playback& playback_;
+    ComApartment com_;
     QEventLoop loop_;
     bool ended_ = false;
     unsigned int ticks_ = 0;
