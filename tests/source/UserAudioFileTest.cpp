@@ -13,11 +13,16 @@ using vemo::audio::UserAudioFile;
 
 namespace {
 
-// Media Foundation tells a file that is missing as one of no format.
+// Media Foundation decodes Vorbis to integers, is vague about a file's length, and tells one that
+// is missing as one of no format.
 #ifdef _WIN32
 constexpr const char* kMissing = "2";
+constexpr auto kVorbis = QAudioFormat::Int16;
+constexpr double kLength = 0.05;
 #else
 constexpr const char* kMissing = "1";
+constexpr auto kVorbis = QAudioFormat::Float;
+constexpr double kLength = 0.001;
 #endif
 
 class UserFile : public ::testing::Test {
@@ -35,7 +40,7 @@ protected:
         EXPECT_EQ(file.Format().sampleFormat(), format);
         EXPECT_EQ(file.ChannelCount(), 2U);
         EXPECT_EQ(file.SampleRate(), 44100.0);
-        EXPECT_NEAR(file.Duration(), 1.5, 0.001);
+        EXPECT_NEAR(file.Duration(), 1.5, kLength);
         // The decoder may round its last buffer up by a few frames.
         const auto frames = static_cast<double>(file.Read().second - file.Read().first) /
                             file.Format().bytesPerFrame();
@@ -53,9 +58,9 @@ TEST_F(UserFile, keepsSixteenBitsOfAWave) {
     ExpectDecoded("tone.wav", QAudioFormat::Int16);
 }
 
-TEST_F(UserFile, keepsTheFloatsOfVorbis) {
+TEST_F(UserFile, keepsTheSamplesOfVorbis) {
     WriteBytes(Path("tone.ogg"), EncodeVorbis(tone_));
-    ExpectDecoded("tone.ogg", QAudioFormat::Float);
+    ExpectDecoded("tone.ogg", kVorbis);
 }
 
 TEST_F(UserFile, throwsOutOfTheEventLoopWhenItCannotBeDecoded) {
