@@ -6,6 +6,9 @@ SFX_CACHE="${SFX_CACHE_DIR:-${XDG_CACHE_HOME:-$HOME/.cache}/sfx}"
 # One cache serves every clone: paths below the tree count as relative.
 export CCACHE_BASEDIR="$SFX_ROOT" CCACHE_NOHASHDIR=1
 
+# A test waits more than it computes.
+TEST_JOBS=$(($(nproc) + 1))
+
 step() { printf '== %s\n' "$*"; }
 
 fail() {

@@ -2,6 +2,7 @@
 #include <optional>
 #include <string>
 
+#include <QStandardPaths>
 #include <gtest/gtest.h>
 #include <sfx/catalogue/SfxManifest.h>
 

@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <QFileInfo>
+
 #include <sfx/model/CustomAudioException.h>
 #include <sfx/player/SfxPlayerImpl.h>
 #include <support/LogCatcher.h>
