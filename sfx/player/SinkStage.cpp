@@ -8,6 +8,7 @@
 #include <sfx/player/FileGate.h>
 #include <sfx/player/Log.h>
 #include <sfx/player/Playback.h>
+#include <sfx/player/SinkQuirks.h>
 #include <sfx/source/EncryptedVorbisFile.h>
 #include <sfx/source/UserAudioFile.h>
 
@@ -104,6 +105,7 @@ bool SinkStage::Open(SfxFileInterface& file) {
     device_ = std::make_unique<PullDevice>(*stream_, format_, BytesToPlay(file, *record_));
     // A sink of its own for every playback: one that is restarted shrinks its buffer each time.
     sink_ = std::make_unique<QAudioSink>(output_, format_);
+    ChooseBufferSize(*sink_, format_);
     link_ = std::make_shared<SinkLink>(*sink_);
     QObject::connect(sink_.get(), &QAudioSink::stateChanged, sink_.get(),
                      [this](QAudio::State state) { OnStateChanged(state); });

@@ -86,6 +86,7 @@ void UserAudioFile::fail_(const std::string& reason) const {
     if (stage() != Stage::Decoding)
         return;
     data_->failure = data_->path + ": " + reason;
+    releaseDecoder_();
     data_->stage.store(Stage::Failed, std::memory_order_release);
     if (!data_->onFailure)
         return;
@@ -111,8 +112,17 @@ void UserAudioFile::onFinished_() {
                   static_cast<qint32>(data_->format.bytesPerFrame()))) /
                   1e6 * (static_cast<double>(data_->buffer.size()) / data_->format.bytesPerFrame());
     data_->duration = static_cast<float>(seconds);
+    releaseDecoder_();
     data_->stage.store(Stage::Ready, std::memory_order_release);
     Q_EMIT isReady();
+}
+
+// As long as it lives it keeps the file open, and on Windows its owner could not replace it. Not at
+// once: it is what calls.
+void UserAudioFile::releaseDecoder_() const {
+    QAudioDecoder* decoder = data_->decoder.release();
+    decoder->disconnect(this);
+    decoder->deleteLater();
 }
 
 QAudioFormat UserAudioFile::Format() const {

@@ -63,6 +63,7 @@ Q_SIGNALS:
 private:
     void start_();
     void fail_(const std::string& reason) const;
+    void releaseDecoder_() const;
     void onBufferReady_();
     void onError_(QAudioDecoder::Error error) const;
     void onFinished_();

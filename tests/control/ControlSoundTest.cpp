@@ -28,7 +28,7 @@ protected:
             WriteSoundFile(path, tone, SF_FORMAT_FLAC | SF_FORMAT_PCM_16);
         else
             WriteSoundFile(path, tone);
-        return "file://" + QString::fromStdString(path);
+        return QString::fromStdString(FileUrl(QString::fromStdString(path)));
     }
     static CustomAudioParameters::Builder Custom(const QString& file) {
         return CustomAudioParameters::builder().file(file).volume(0.5).pan(0.5);

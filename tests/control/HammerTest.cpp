@@ -33,7 +33,7 @@ protected:
     Hammer() {
         const std::string path = folder_.filePath("user.wav").toStdString();
         WriteSoundFile(path, MakeTone({.ms = 80}));
-        file_ = "file://" + QString::fromStdString(path);
+        file_ = QString::fromStdString(FileUrl(QString::fromStdString(path)));
     }
 
     static std::list<MemoryRepository::Record> RandomRecords(std::mt19937& random) {

@@ -15,8 +15,9 @@ TEST(SoundscapeExample, bedsCrossOverWithEffectsOnTop) {
     install.AddEffect("bell.sfx", "Bell", MakeTone({.ms = 300, .frequency = 3000}));
     install.Publish();
     Recorder recorder;
-    const auto result = ProcessRunner::Run(SOUNDSCAPE, {"3"}, {}, 3 * kDeadline);
+    auto result = ProcessRunner::Run(SOUNDSCAPE, {"3"}, {}, 3 * kDeadline);
     EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+    result.out.replace("\r\n", "\n");
     EXPECT_EQ(result.out, "bed low.sfx\neffect bell.sfx\nbed high.sfx\neffect bell.sfx\n");
     ASSERT_TRUE(recorder.WaitForSilence());
     const Pcm heard = recorder.Stop();

@@ -120,7 +120,9 @@ const Refused kRefused[] = {
     {"oneByte", "it is no show file",
      [](const auto& house, const auto&) { house.Write("x", "S"); }},
     {"folder", "it is a folder",
-     [](const auto&, const auto& path) { std::filesystem::create_directory(path); }},
+     [](const auto& house, const auto&) {
+         std::filesystem::create_directory(house.Folder() / "x");
+     }},
     {"databaseWithoutMark", "it is a database of another program",
      [](const auto&, const auto& path) { Sql(path, "CREATE TABLE t (a)"); }},
     {"databaseOfAnother", "it is a database of another program",

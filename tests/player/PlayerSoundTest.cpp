@@ -109,12 +109,13 @@ TEST_F(PlayerSound, playsUserFilesInTheFormatTheyDecodeTo) {
     WriteSoundFile(folder + "/tone.wav", tone);
     WriteBytes(folder + "/tone.ogg", EncodeVorbis(tone));
     for (const char* name : {"/tone.wav", "/tone.ogg"}) {
-        UserAudioFile file("file://" + folder + name);
+        UserAudioFile file(FileUrl(QString::fromStdString(folder + name)));
         auto& player = house_.Add(Record().pan(0.0F).build(), &file);
         const Pcm heard = Hear(player);
         EXPECT_NEAR(HeardMs(heard, 0, 0.01), 400, 5) << name;
         EXPECT_NEAR(ToneLevel(heard, 0, *Heard(heard, 0, 0.01), 600), 0.4, 0.02) << name;
         EXPECT_LT(Peak(heard, 1, Whole(heard)), kSilence) << name;
-        EXPECT_NEAR(player.GetDuration(), 0.4, 0.01) << name;
+        // As the platform's decoder tells it, which on Windows is rounded.
+        EXPECT_NEAR(player.GetDuration(), 0.4, 0.02) << name;
     }
 }

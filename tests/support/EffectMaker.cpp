@@ -7,6 +7,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QUrl>
 
 #include <vorbis/vorbisenc.h>
 
@@ -97,8 +98,6 @@ private:
     std::vector<unsigned char> bytes_;
 };
 
-constexpr const char* kDataDirs = "XDG_DATA_DIRS";
-
 } // namespace
 
 std::vector<unsigned char> EncodeVorbis(const Pcm& pcm, float quality) {
@@ -122,21 +121,8 @@ void WriteBytes(const std::filesystem::path& path, const std::vector<unsigned ch
     }
 }
 
-InstallFolder::InstallFolder() {
-    if (!dir_.isValid()) {
-        throw std::runtime_error("no temporary folder: " + dir_.errorString().toStdString());
-    }
-}
-
-InstallFolder::~InstallFolder() {
-    if (!published_) {
-        return;
-    }
-    if (savedDataDirs_.isNull()) {
-        qunsetenv(kDataDirs);
-    } else {
-        qputenv(kDataDirs, savedDataDirs_);
-    }
+std::string FileUrl(const QString& path) {
+    return QUrl::fromLocalFile(path).toString().toStdString();
 }
 
 std::string InstallFolder::AddEffect(const std::string& id, const std::string& name,
@@ -154,7 +140,8 @@ std::string InstallFolder::Add(std::vector<Entry>& list, const std::string& id,
     const std::string file = "files/" + std::to_string(effects_.size() + ambients_.size()) + ".sfx";
     WriteBytes(Path() / file, Encipher(EncodeVorbis(pcm)));
     list.push_back({id, name, file});
-    return (Path() / file).string();
+    const std::u8string path = (Path() / file).u8string();
+    return {path.begin(), path.end()};
 }
 
 void InstallFolder::Publish() {
@@ -175,18 +162,7 @@ void InstallFolder::Publish() {
                                                       {"ambient", asJson(ambients_)}})
                                 .toJson();
     WriteBytes(Path() / "manifest.json", {text.begin(), text.end()});
-
-    if (!published_) {
-        savedDataDirs_ = qgetenv(kDataDirs);
-        published_ = true;
-        qputenv(kDataDirs,
-                dir_.path().toUtf8() + ':' +
-                    (savedDataDirs_.isEmpty() ? "/usr/local/share:/usr/share" : savedDataDirs_));
-    }
-}
-
-std::filesystem::path InstallFolder::Path() const {
-    return std::filesystem::path(dir_.path().toStdString()) / "vemo_data" / "sfx";
+    root_.Publish();
 }
 
 } // namespace sfx_test

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include <QByteArray>
-#include <QTemporaryDir>
+#include <QString>
 
+#include "InstallRoot.h"
 #include "Pcm.h"
 
 namespace sfx_test {
@@ -18,24 +18,21 @@ std::vector<unsigned char> EncodeVorbis(const Pcm& pcm, float quality = 0.5F);
 std::vector<unsigned char> Encipher(std::vector<unsigned char> bytes);
 /// Creates missing folders. Throws std::runtime_error naming the path when it cannot write.
 void WriteBytes(const std::filesystem::path& path, const std::vector<unsigned char>& bytes);
+/// As hosts hand it over, as UTF-8.
+std::string FileUrl(const QString& path);
 
 /// A temporary folder with effects as an installer leaves them. Publish() makes it the place
 /// where the library looks for them, until the object goes away.
 class InstallFolder {
 public:
-    InstallFolder();
-    ~InstallFolder();
-    InstallFolder(const InstallFolder&) = delete;
-    InstallFolder& operator=(const InstallFolder&) = delete;
-
-    /// Writes the enciphered file and lists it. Returns its full path.
+    /// Writes the enciphered file and lists it. Returns its full path as UTF-8.
     std::string AddEffect(const std::string& id, const std::string& name, const Pcm& pcm);
     std::string AddAmbient(const std::string& id, const std::string& name, const Pcm& pcm);
-    /// Writes the manifest and puts this folder first in XDG_DATA_DIRS.
+    /// Writes the manifest.
     void Publish();
 
     /// The folder of the manifest.
-    std::filesystem::path Path() const;
+    const std::filesystem::path& Path() const { return root_.Install(); }
 
 private:
     struct Entry {
@@ -46,11 +43,9 @@ private:
     std::string Add(std::vector<Entry>& list, const std::string& id, const std::string& name,
                     const Pcm& pcm);
 
-    QTemporaryDir dir_;
+    InstallRoot root_;
     std::vector<Entry> effects_;
     std::vector<Entry> ambients_;
-    QByteArray savedDataDirs_;
-    bool published_ = false;
 };
 
 } // namespace sfx_test

@@ -99,7 +99,7 @@ TEST(InstallFolder, publishMakesItTheFirstSharedDataFolder) {
         const auto locations =
             QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
         ASSERT_GE(locations.size(), 2);
-        EXPECT_EQ(locations[1].toStdString() + "/vemo_data/sfx", folder.Path().string());
+        EXPECT_EQ(locations[1].toStdString() + "/vemo_data/sfx", folder.Path().generic_string());
 
         EXPECT_EQ(Decode(Encipher(ReadBytes(path))).Frames(), tone.Frames());
         const auto text = ReadBytes((folder.Path() / "manifest.json").string());

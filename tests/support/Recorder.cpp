@@ -1,36 +1,19 @@
 #include "Recorder.h"
 
 #include <array>
-#include <cerrno>
 #include <cmath>
 #include <cstring>
 #include <stdexcept>
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include "ProcessRunner.h"
-
 namespace sfx_test {
 
-Recorder::Recorder(const std::string& sink, int rate, int channels) : pcm_{rate, channels, {}} {
-    std::array<int, 2> pipe{};
-    if (pipe2(pipe.data(), O_CLOEXEC) != 0) {
-        throw std::runtime_error("no pipe for parec");
-    }
-    // Read by a thread of its own: a test that blocks the event loop must not stall the recording.
-    DieWithParent(parec_, [out = pipe[1]] { dup2(out, STDOUT_FILENO); });
-    parec_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    parec_.start("parec",
-                 {"--raw", "--format=float32le", "--latency-msec=20",
-                  "--rate=" + QString::number(rate), "--channels=" + QString::number(channels),
-                  "--device=" + QString::fromStdString(sink) + ".monitor"});
-    parec_.waitForStarted();
-    close(pipe[1]);
-    reader_ = std::thread(&Recorder::ReadAll, this, pipe[0]);
+Recorder::Recorder(const std::string& sink, int rate, int channels)
+    : bytes_(SinkBytes::Open(sink, rate, channels)), pcm_{rate, channels, {}} {
+    // On a thread of its own: a test that blocks the event loop must not stall the recording.
+    reader_ = std::thread(&Recorder::ReadAll, this);
     if (!WaitUnderLock([this] { return !pcm_.samples.empty(); }, kDeadline)) {
         Stop();
-        throw std::runtime_error("parec does not record from sink " + sink);
+        throw std::runtime_error("nothing is recorded from sink " + sink);
     }
 }
 
@@ -65,28 +48,20 @@ Pcm Recorder::Heard() const {
 }
 
 Pcm Recorder::Stop() {
-    parec_.kill();
-    parec_.waitForFinished();
+    bytes_->End();
     if (reader_.joinable()) {
         reader_.join();
     }
     return Heard();
 }
 
-void Recorder::ReadAll(int fd) {
+void Recorder::ReadAll() {
     std::array<char, 4096> bytes{};
     const std::size_t frameBytes = sizeof(float) * static_cast<std::size_t>(pcm_.channels);
     std::size_t held = 0;
     std::vector<float> samples;
-    for (;;) {
-        const ssize_t got = read(fd, bytes.data() + held, bytes.size() - held);
-        if (got < 0 && errno == EINTR) {
-            continue;
-        }
-        if (got <= 0) {
-            break;
-        }
-        held += static_cast<std::size_t>(got);
+    while (const std::size_t got = bytes_->Read(bytes.data() + held, bytes.size() - held)) {
+        held += got;
         const std::size_t whole = held - held % frameBytes;
         samples.resize(whole / sizeof(float));
         std::memcpy(samples.data(), bytes.data(), whole);
@@ -94,7 +69,6 @@ void Recorder::ReadAll(int fd) {
         held -= whole;
         Take(samples);
     }
-    close(fd);
     const std::lock_guard lock(mutex_);
     ended_ = true;
 }

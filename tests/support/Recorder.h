@@ -1,17 +1,17 @@
 #pragma once
 
 #include <chrono>
-#include <condition_variable>
+#include <functional>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <thread>
 #include <vector>
 
-#include <QProcess>
-
 #include "Analysis.h"
 #include "Pcm.h"
 #include "PulseServer.h"
+#include "SinkBytes.h"
 #include "Waiting.h"
 
 namespace sfx_test {
@@ -45,13 +45,13 @@ public:
     Pcm Stop();
 
 private:
-    void ReadAll(int fd);
+    void ReadAll();
     void Take(const std::vector<float>& samples);
     std::size_t FramesIn(std::chrono::milliseconds time) const;
     /// Runs the event loop until `holds`, which is asked with the lock held.
     bool WaitUnderLock(const std::function<bool()>& holds, std::chrono::milliseconds deadline);
 
-    QProcess parec_;
+    std::unique_ptr<SinkBytes> bytes_;
     std::thread reader_;
     mutable std::mutex mutex_;
     Pcm pcm_;

@@ -7,9 +7,11 @@
 
 #include <gmock/gmock.h>
 
-#include "Sanitizers.h"
-#ifndef _WIN32
 #include "PulseServer.h"
+#include "Sanitizers.h"
+
+#ifdef _WIN32
+#include <windows.h>
 #endif
 
 #ifdef SFX_TEST_ASAN
@@ -26,13 +28,23 @@ extern "C" __attribute__((visibility("default"))) void __tsan_on_report(void*) {
 }
 #endif
 
+namespace {
+
+[[noreturn]] void Leave(int code) {
+#ifdef _WIN32
+    // On Windows _Exit() still lets every DLL clean up, with its threads gone.
+    TerminateProcess(GetCurrentProcess(), static_cast<UINT>(code));
+#endif
+    std::_Exit(code);
+}
+
+} // namespace
+
 int main(int argc, char** argv) {
     ::testing::InitGoogleMock(&argc, argv);
     QCoreApplication application(argc, argv);
     int code = RUN_ALL_TESTS();
-#ifndef _WIN32
     sfx_test::PulseServer::StopShared();
-#endif
 
     // The pulse client inside Qt crashes now and then in static destruction soon after playing,
     // and a thread that hangs in a dead server would keep the application's destructor from
@@ -49,5 +61,5 @@ int main(int argc, char** argv) {
 #endif
     std::cout.flush();
     std::fflush(nullptr);
-    std::quick_exit(code);
+    Leave(code);
 }

@@ -1,4 +1,3 @@
-#include <csignal>
 #include <stdexcept>
 #include <thread>
 
@@ -7,7 +6,6 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
-#include "support/ProcessRunner.h"
 #include "support/SignalLog.h"
 #include "support/Waiting.h"
 
@@ -53,31 +51,4 @@ TEST(SignalLog, recordsEmissionsOfSeveralThreads) {
     ASSERT_EQ(destroyed.Count(), 2 * kEach);
     EXPECT_EQ(std::get<0>(destroyed.All().back()), &sender);
     EXPECT_FALSE(names.WaitForCount(1, 10ms));
-}
-
-TEST(ProcessRunner, returnsOutputAndExitCode) {
-    const auto result = ProcessRunner::Run(
-        "sh", {"-c", "cat; echo $GREETING; echo oops >&2; exit 3"}, {{"GREETING", "hello"}});
-    EXPECT_EQ(result.exitCode, 3);
-    EXPECT_EQ(result.out, "hello\n");
-    EXPECT_EQ(result.err, "oops\n");
-    EXPECT_THROW(ProcessRunner::Run("/nonexistent/program", {}), std::runtime_error);
-}
-
-TEST(ProcessRunner, endsAProgramThatDoesNotEnd) {
-    const auto result = ProcessRunner::Run("sleep", {"1000"}, {}, 50ms);
-    EXPECT_TRUE(result.timedOut);
-    EXPECT_EQ(result.exitCode, -1);
-}
-
-TEST(ProcessRunner, sendSignalReachesTheProgramThatSaysItIsReady) {
-    ProcessRunner runner("sh", {"-c", "trap 'echo bye; exit 7' INT; echo ready; read line"});
-    ASSERT_TRUE(runner.WaitForOutput("ready"));
-    runner.SendSignal(SIGINT);
-    const auto result = runner.Finish();
-    EXPECT_EQ(result.exitCode, 7);
-    EXPECT_EQ(result.out, "ready\nbye\n");
-
-    ProcessRunner silent("true", {});
-    EXPECT_FALSE(silent.WaitForOutput("ready"));
 }

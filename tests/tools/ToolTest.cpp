@@ -33,10 +33,10 @@ std::string ToolTest::onStage(const std::string& install) {
     if (!stage_) {
         stage_.emplace();
         for (const auto& [name, bytes] : contentOf(dir() / pathOf(install))) {
-            WriteBytes(stage_->Path(pathOf(name).u8string()), bytes);
+            WriteBytes(stage_->Install() / pathOf(name), bytes);
         }
     }
-    return Utf8FromPath(stage_->Path(u8"manifest.json").parent_path().make_preferred());
+    return Utf8FromPath(stage_->Install());
 #else
     return at(install);
 #endif

@@ -14,8 +14,8 @@
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
 
-#include "catalogue/BareInstall.h"
 #include "support/EffectMaker.h"
+#include "support/InstallRoot.h"
 #include "support/Pcm.h"
 #include "support/ProcessRunner.h"
 #include "support/SoundFile.h"
@@ -53,7 +53,7 @@ protected:
 private:
     QTemporaryDir dir_{QDir::tempPath() + QString::fromUtf8("/vemo-Bühne-♪-XXXXXX")};
 #ifdef _WIN32
-    std::optional<BareInstall> stage_;
+    std::optional<InstallRoot> stage_;
 #endif
 };
 

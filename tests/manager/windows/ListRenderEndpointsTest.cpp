@@ -2,6 +2,7 @@
 
 #include <sfx/manager/DeviceControlWin32Impl.h>
 
+#include "Com.h"
 #include "FakeEndpoints.h"
 
 using namespace sfx_test;
@@ -14,6 +15,7 @@ using Texts = std::vector<std::string>;
 
 /// Name and id of each device; checks that the walk has kept nothing but the enumerator.
 Texts Walk(const std::vector<Endpoint>& endpoints, Fault fault = Fault::None) {
+    const Com com;
     auto* enumerator = new FakeEnumerator(endpoints, fault);
     Texts texts;
     for (const AudioDevice& device : ListRenderEndpoints(*enumerator)) {
