@@ -117,7 +117,7 @@ void addConsoleCommand(CLI::App& app, Command& chosen) {
         "that repeats without end.");
     const auto options = std::make_shared<Options>();
     command->add_option("SHOW", options->show, "The show file; made if there is none")->required();
-    command->add_option("--install", options->install, INSTALL_HELP)->type_name("FOLDER");
+    command->add_option("--install", options->install, installHelp())->type_name("FOLDER");
     command->callback([options, &chosen] { chosen = [options] { return runConsole(*options); }; });
 }
 

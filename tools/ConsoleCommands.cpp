@@ -68,6 +68,7 @@ ConsoleCommands::Outcome ConsoleCommands::run_(const std::vector<std::string>& w
     Outcome outcome;
     CLI::App app("", "");
     app.set_help_flag();
+    app.allow_windows_style_options(false);
     app.require_subcommand(1);
     const auto command = [&](const char* name, const char* shortName, const auto& action) {
         CLI::App* added = app.add_subcommand(name, "");

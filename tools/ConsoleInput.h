@@ -8,12 +8,14 @@
 
 namespace vemo::tool {
 
+inline constexpr char PROMPT[] = "sfx> ";
+
 /// Where the console's lines come from and its answers go to, through the event loop.
 class ConsoleInput : public QObject {
     Q_OBJECT
 
 public:
-    /// A line editor with a history when stdin and stdout are a terminal, else plain lines.
+    /// Lines with editing and a history when stdin and stdout are a terminal, else plain ones.
     static std::unique_ptr<ConsoleInput> make();
 
     /// Asks for one more line: line() or ended() follows.

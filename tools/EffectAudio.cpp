@@ -10,6 +10,8 @@
 #include <sfx/source/EffectCipher.h>
 #include <vemo_audio/OggVorbisDecoder.h>
 
+#include "System.h"
+
 namespace vemo::tool {
 
 namespace {
@@ -57,7 +59,7 @@ std::vector<unsigned char> readBytes(const std::filesystem::path& file) {
     std::error_code error;
     const auto size = std::filesystem::file_size(file, error);
     if (error) {
-        throw std::runtime_error("cannot be read: " + error.message());
+        throw std::runtime_error("cannot be read: " + reasonText(error));
     }
     std::ifstream in(file, std::ios::binary);
     std::vector<unsigned char> bytes(size);

@@ -6,10 +6,8 @@
 
 #include <QStandardPaths>
 
-#include <sfx/catalogue/SfxManifest.h>
-#include <sfx/catalogue/SfxVector.h>
-
 #include "DataRoot.h"
+#include "PathText.h"
 #include "ToolError.h"
 
 namespace vemo::tool {
@@ -27,52 +25,35 @@ bool hasManifest(const fs::path& folder) {
     throw ToolError(ExitCode::NoInstall, line);
 }
 
-fs::path defaultFolder() {
-    const QStringList roots =
-        QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
-    if (roots.size() < 2) {
-        refuse("no install: XDG_DATA_DIRS names no folder");
-    }
-    return fs::path(roots[1].toStdString()) / DataRoot::belowRoot();
-}
-
-void replaceAll(std::string& text, const std::string& from, const std::string& to) {
-    for (std::size_t at = text.find(from); at != std::string::npos;
-         at = text.find(from, at + to.size())) {
-        text.replace(at, from.size(), to);
-    }
-}
-
-std::vector<InstalledEffect> readCatalogue() {
-    vemo::sfx::SfxManifest manifest;
-    std::vector<InstalledEffect> effects;
-    const auto add = [&](auto list, bool ambient) {
-        for (std::size_t i = 0; i < list.Count(); ++i) {
-            const std::string id = list.Get(i);
-            effects.push_back(
-                {id, manifest.displayName(id).value_or(id), list.GetPath(i), ambient});
-        }
-    };
-    add(manifest.SoundEffects(), false);
-    add(manifest.AmbientEffects(), true);
-    return effects;
-}
-
 bool sameLetters(const std::string& a, const std::string& b) {
     return QString::fromStdString(a).compare(QString::fromStdString(b), Qt::CaseInsensitive) == 0;
 }
 
 } // namespace
 
+fs::path belowDataRoot() {
+    return fs::path("vemo_data") / "sfx";
+}
+
+fs::path defaultInstall() {
+    const QStringList roots =
+        QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
+    if (roots.size() < 2) {
+        refuse("no install: XDG_DATA_DIRS names no folder");
+    }
+    return PathFromUtf8(roots[1].toStdString()) / belowDataRoot();
+}
+
 fs::path locateInstall(const std::string& folder) {
     if (folder.empty()) {
-        fs::path found = defaultFolder();
+        fs::path found = defaultInstall();
         if (!hasManifest(found)) {
-            refuse("no install in " + found.string() + ": it has no manifest.json");
+            refuse("no install in " + pathText(found) + ": it has no manifest.json");
         }
         return found;
     }
-    for (const fs::path& candidate : {fs::path(folder), folder / DataRoot::belowRoot()}) {
+    const fs::path named = PathFromUtf8(folder);
+    for (const fs::path& candidate : {named, named / belowDataRoot()}) {
         if (hasManifest(candidate)) {
             return fs::canonical(candidate);
         }
@@ -82,20 +63,18 @@ fs::path locateInstall(const std::string& folder) {
 }
 
 Install Install::open(const std::string& folder) {
+    return open(locateInstall(folder));
+}
+
+Install Install::open(const fs::path& folder) {
     Install install;
-    install.folder_ = locateInstall(folder);
-    const DataRoot root(install.folder_);
+    install.folder_ = folder;
     try {
-        install.effects_ = readCatalogue();
+        install.effects_ = readCatalogue(folder);
+    } catch (const ToolError&) {
+        throw;
     } catch (const std::exception& error) {
-        std::string reason = error.what();
-        replaceAll(reason, root.link().string() + "/", "");
-        replaceAll(reason, "\n", "");
-        replaceAll(reason, "\t", " ");
-        refuse(install.folder_.string() + ": " + reason);
-    }
-    for (InstalledEffect& effect : install.effects_) {
-        replaceAll(effect.path, root.link().string(), install.folder_.string());
+        refuse(pathText(folder) + ": " + error.what());
     }
     return install;
 }
@@ -118,10 +97,17 @@ const InstalledEffect* Install::find(const std::string& text) const {
 const InstalledEffect& Install::require(const std::string& text) const {
     const InstalledEffect* effect = find(text);
     if (!effect) {
-        throw ToolError(ExitCode::UnknownEffect, "no effect '" + text + "' in " + folder_.string() +
+        throw ToolError(ExitCode::UnknownEffect, "no effect '" + text + "' in " +
+                                                     pathText(folder_) +
                                                      "; `vemo-sfx list` shows what is there");
     }
     return *effect;
+}
+
+std::string installHelp() {
+    return std::string("Install folder (the one with manifest.json) or the data root above its "
+                       "vemo_data/sfx [default: ") +
+           DEFAULT_INSTALL + "]";
 }
 
 } // namespace vemo::tool

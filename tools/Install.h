@@ -15,6 +15,12 @@ struct InstalledEffect {
     bool ambient = false;
 };
 
+/// Where an install lies below a data folder.
+std::filesystem::path belowDataRoot();
+
+/// Where the library looks for its install by itself. ToolError (NoInstall) when it knows no place.
+std::filesystem::path defaultInstall();
+
 /// The folder that holds manifest.json: `folder` itself or vemo_data/sfx below it; empty: where the
 /// library looks by itself. ToolError (NoInstall) when there is none.
 std::filesystem::path locateInstall(const std::string& folder);
@@ -25,6 +31,8 @@ public:
     /// `folder` as for locateInstall(). ToolError (NoInstall) with one line when there is no
     /// install or the library refuses it.
     static Install open(const std::string& folder);
+    /// `folder` holds manifest.json.
+    static Install open(const std::filesystem::path& folder);
 
     const std::filesystem::path& folder() const { return folder_; }
     const std::vector<InstalledEffect>& effects() const { return effects_; }
@@ -39,8 +47,6 @@ private:
 };
 
 /// What --install says in every command that has it.
-inline constexpr char INSTALL_HELP[] =
-    "Install folder (the one with manifest.json) or the data root above its vemo_data/sfx "
-    "[default: vemo_data/sfx in the first folder of XDG_DATA_DIRS]";
+std::string installHelp();
 
 } // namespace vemo::tool

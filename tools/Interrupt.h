@@ -1,16 +1,14 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 
 #include <QObject>
 
-class QSocketNotifier;
-
 namespace vemo::tool {
 
-/// Catches SIGINT and SIGTERM while it lives. The first one is noted, the second leaves at once
-/// with exit code 130. One at a time per process.
+/// Catches SIGINT and SIGTERM, and on Windows Ctrl-C, Ctrl-Break and the closing of the console,
+/// while it lives. The first one is noted, the second leaves at once with exit code 130. One at a
+/// time per process.
 class Interrupt : public QObject {
     Q_OBJECT
 
@@ -22,12 +20,18 @@ public:
     /// Throws ToolError (Interrupted) once a signal has come; for work without an event loop.
     static void checkpoint();
 
+    /// For the handler, whatever it interrupts: a signal has come.
+    static void note();
+
 Q_SIGNALS:
     /// The first signal, through the event loop.
     void caught();
 
 private:
-    std::unique_ptr<QSocketNotifier> notifier_;
+    static void reset_();
+
+    /// What brings the signal into the event loop, where something has to.
+    std::unique_ptr<QObject> bell_;
 };
 
 } // namespace vemo::tool

@@ -9,6 +9,7 @@
 #include "EffectAudio.h"
 #include "Install.h"
 #include "JsonOut.h"
+#include "PathText.h"
 #include "Terminal.h"
 
 namespace vemo::tool {
@@ -27,7 +28,7 @@ const char* kind(const InstalledEffect& effect) {
 
 Row examine(const InstalledEffect& effect, bool& allDecode) {
     try {
-        EffectAudio audio = decodeEffect(effect.path);
+        EffectAudio audio = decodeEffect(PathFromUtf8(effect.path));
         return {&effect, std::move(audio)};
     } catch (const std::exception& error) {
         complain(effect.path + ": " + error.what());
@@ -113,7 +114,7 @@ void addListCommand(CLI::App& app, Command& chosen) {
         "List the effects of an install: id, kind, name, playing time, channels, rate, path.");
     const auto folder = std::make_shared<std::string>();
     const auto json = std::make_shared<bool>(false);
-    command->add_option("--install", *folder, INSTALL_HELP)->type_name("FOLDER");
+    command->add_option("--install", *folder, installHelp())->type_name("FOLDER");
     command->add_flag("--json", *json, "Write the list as JSON");
     command->callback(
         [folder, json, &chosen] { chosen = [folder, json] { return list(*folder, *json); }; });

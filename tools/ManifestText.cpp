@@ -8,6 +8,7 @@
 #include <rapidjson/istreamwrapper.h>
 
 #include "JsonOut.h"
+#include "PathText.h"
 #include "ToolError.h"
 
 namespace vemo::tool {
@@ -26,7 +27,7 @@ public:
     explicit Reader(std::filesystem::path file) : file_(std::move(file)) {}
 
     [[noreturn]] void fail(const std::string& what) const {
-        throw ToolError(ExitCode::NoInstall, file_.string() + ": " + what);
+        throw ToolError(ExitCode::NoInstall, pathText(file_) + ": " + what);
     }
 
     const rapidjson::Value& member(const rapidjson::Value& object, const char* key,
@@ -136,6 +137,10 @@ ManifestText readManifest(const std::filesystem::path& folder) {
     ManifestText text;
     text.count = reader.integer(metadata, countKey(false), "\"metadata\"");
     text.ambientCount = reader.integer(metadata, countKey(true), "\"metadata\"");
+    if (const auto version = metadata.FindMember("version");
+        version != metadata.MemberEnd() && version->value.IsString()) {
+        text.version = {version->value.GetString(), version->value.GetStringLength()};
+    }
     reader.list(document, false, text.entries);
     reader.list(document, true, text.entries);
     return text;

@@ -21,6 +21,8 @@ struct ManifestText {
     std::vector<ManifestEntry> entries;
     int count = 0;
     int ambientCount = 0;
+    /// Empty when there is none, or one that is no string.
+    std::optional<std::string> version;
 };
 
 /// The text of a manifest for `entries`, whose counts are filled in.

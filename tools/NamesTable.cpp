@@ -3,6 +3,7 @@
 #include <fstream>
 #include <vector>
 
+#include "PathText.h"
 #include "ToolError.h"
 
 namespace vemo::tool {
@@ -106,9 +107,9 @@ NamesTable readNames(std::istream& in, const std::string& label) {
 NamesTable readNames(const std::filesystem::path& file) {
     std::ifstream in(file, std::ios::binary);
     if (!in || std::filesystem::is_directory(file)) {
-        throw ToolError(ExitCode::Usage, file.string() + ": cannot be read");
+        throw ToolError(ExitCode::Usage, pathText(file) + ": cannot be read");
     }
-    return readNames(in, file.string());
+    return readNames(in, pathText(file));
 }
 
 } // namespace vemo::tool

@@ -2,12 +2,12 @@
 
 #include <chrono>
 #include <condition_variable>
-#include <cstdlib>
 #include <mutex>
 #include <thread>
 
-#include <sfx/manager/DeviceControl.h>
+#include <sfx/manager/DeviceControlQt.h>
 
+#include "System.h"
 #include "Terminal.h"
 #include "ToolError.h"
 
@@ -26,7 +26,7 @@ public:
               std::unique_lock lock(mutex_);
               if (!over_.wait_for(lock, ANSWER_TIME, [this] { return met_; })) {
                   complain("the audio server does not answer");
-                  std::quick_exit(static_cast<int>(ExitCode::NoAudio));
+                  leave(ExitCode::NoAudio);
               }
           }) {}
     ~Deadline() {
@@ -51,7 +51,7 @@ private:
 
 std::vector<audio::AudioDevice> outputDevices() {
     const Deadline deadline;
-    auto devices = audio::MakeDeviceControl()->GetOutputDevices();
+    auto devices = audio::DeviceControlQt().GetOutputDevices();
     if (devices.empty()) {
         throw ToolError(ExitCode::NoAudio, "no audio output device");
     }

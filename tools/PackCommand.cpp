@@ -8,9 +8,11 @@
 
 #include "Commands.h"
 #include "Interrupt.h"
+#include "PathText.h"
 #include "SourceAudio.h"
 #include "SourceList.h"
 #include "StagedFolder.h"
+#include "System.h"
 #include "Terminal.h"
 
 namespace vemo::tool {
@@ -42,13 +44,13 @@ void checkTarget(const fs::path& out, bool force) {
     if (!fs::exists(status)) {
         return;
     }
-    const std::string refused = out.string() + ": ";
+    const std::string refused = pathText(out) + ": ";
     if (!fs::is_directory(status)) {
         throw ToolError(ExitCode::Refused, refused + "is not a folder");
     }
     const bool isEmpty = fs::is_empty(out, error);
     if (error) {
-        throw ToolError(ExitCode::Refused, refused + "cannot be read: " + error.message());
+        throw ToolError(ExitCode::Refused, refused + "cannot be read: " + reasonText(error));
     }
     if (isEmpty) {
         return;
@@ -69,32 +71,33 @@ void packOne(const Source& source, StagedFolder& stage, Terminal& terminal) {
     } catch (const ToolError&) {
         throw;
     } catch (const std::exception& error) {
-        throw ToolError(ExitCode::Refused, source.file.string() + ": " + error.what());
+        throw ToolError(ExitCode::Refused, pathText(source.file) + ": " + error.what());
     }
     audio::ApplyEffectCipher(packed.vorbis.data(), packed.vorbis.size());
     stage.write(source.entry.path, packed.vorbis.data(), packed.vorbis.size());
     terminal.line(source.entry.id + (source.entry.ambient ? " (ambient)" : "") + "  " +
                   secondsText(packed.seconds) + "  " +
-                  (packed.encoded ? "encoded from " : "as it is from ") + source.file.string());
+                  (packed.encoded ? "encoded from " : "as it is from ") + pathText(source.file));
 }
 
 ExitCode pack(const PackOptions& options) {
     const Interrupt interrupt;
     Terminal terminal;
     const NamesTable names =
-        options.names.empty() ? NamesTable{} : readNames(fs::path(options.names));
+        options.names.empty() ? NamesTable{} : readNames(PathFromUtf8(options.names));
     const SourceList list = collectSources(options.sources, options.ambient, names, options.names);
     for (const fs::path& file : list.leftOut) {
-        complain(file.string() + " is no audio file and is left out");
+        complain(pathText(file) + " is no audio file and is left out");
     }
-    checkTarget(options.out, options.force);
+    const fs::path out = PathFromUtf8(options.out);
+    checkTarget(out, options.force);
 
-    StagedFolder stage(options.out);
+    StagedFolder stage(out);
     std::vector<ManifestEntry> entries;
     for (const Source& source : list.sources) {
         terminal.progress("packing " + std::to_string(entries.size() + 1) + " of " +
                           std::to_string(list.sources.size()) + ": " +
-                          source.file.filename().string());
+                          pathText(source.file.filename()));
         packOne(source, stage, terminal);
         entries.push_back(source.entry);
     }

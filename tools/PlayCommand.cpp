@@ -101,7 +101,7 @@ void addPlayCommand(CLI::App& app, Command& chosen) {
     CLI::App* command = app.add_subcommand("play", DESCRIPTION);
     const auto options = std::make_shared<Options>();
     command->add_option("EFFECT", options->effects, "What to play")->required();
-    command->add_option("--install", options->install, INSTALL_HELP)->type_name("FOLDER");
+    command->add_option("--install", options->install, installHelp())->type_name("FOLDER");
     CLI::Option* show =
         command->add_option("--show", options->show, "Play cues of this show, as its events say")
             ->type_name("FILE");

@@ -72,7 +72,7 @@ ExitCode remove(Options& options) {
 }
 
 void addCheckOptions(CLI::App& command, Options& options) {
-    command.add_option("--install", options.install, INSTALL_HELP)->type_name("FOLDER");
+    command.add_option("--install", options.install, installHelp())->type_name("FOLDER");
     command.add_flag("--no-check", options.noCheck,
                      "Take the effect as an id, whether or not an install has it");
 }

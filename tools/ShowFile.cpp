@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "PathText.h"
 #include "ToolError.h"
 
 namespace vemo::tool {
@@ -30,7 +31,7 @@ void apply(const EventOptions& options, audio::sfx::SfxDto& record) {
 
 ShowFile::ShowFile(const std::string& path, Missing missing) : path_(path) {
     std::error_code error;
-    if (missing == Missing::Refused && !std::filesystem::exists(path, error)) {
+    if (missing == Missing::Refused && !std::filesystem::exists(PathFromUtf8(path), error)) {
         throw ToolError(ExitCode::Refused, "no show file " + path);
     }
     refusing([&] { CL::OpenShow(path); });

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <fnmatch.h>
 #include <fstream>
 #include <map>
 #include <set>
@@ -12,6 +11,8 @@
 #include <QByteArray>
 #include <QStringDecoder>
 
+#include "PathText.h"
+#include "System.h"
 #include "ToolError.h"
 
 namespace vemo::tool {
@@ -33,7 +34,7 @@ bool looksLikeAudio(const fs::path& file) {
     static const std::set<std::string> ENDINGS{".aif", ".aifc", ".aiff", ".au",   ".caf",  ".flac",
                                                ".mp3", ".oga",  ".ogg",  ".opus", ".rf64", ".snd",
                                                ".voc", ".w64",  ".wav",  ".wave"};
-    if (ENDINGS.contains(lower(file.extension().string()))) {
+    if (ENDINGS.contains(lower(Utf8FromPath(file.extension())))) {
         return true;
     }
     std::array<char, 12> head{};
@@ -49,13 +50,13 @@ void addFolder(const fs::path& folder, SourceList& list) {
     std::error_code error;
     for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error)) {
         std::error_code gone;
-        if (at->is_regular_file(gone) && !at->path().filename().string().starts_with('.')) {
+        if (at->is_regular_file(gone) && !Utf8FromPath(at->path().filename()).starts_with('.')) {
             files.push_back(at->path());
         }
     }
     if (error) {
         throw ToolError(ExitCode::Refused,
-                        folder.string() + ": cannot be read: " + error.message());
+                        pathText(folder) + ": cannot be read: " + reasonText(error));
     }
     std::sort(files.begin(), files.end());
     const std::size_t before = list.sources.size();
@@ -67,7 +68,7 @@ void addFolder(const fs::path& folder, SourceList& list) {
         }
     }
     if (list.sources.size() == before) {
-        throw ToolError(ExitCode::Usage, folder.string() + ": holds no audio file");
+        throw ToolError(ExitCode::Usage, pathText(folder) + ": holds no audio file");
     }
 }
 
@@ -105,7 +106,7 @@ void checkId(const Source& source) {
     if (id.size() == ID_ENDING.size() || id.starts_with('.') || !isUtf8(id) ||
         !isUtf8(source.entry.name) || std::any_of(id.begin(), id.end(), forbidden)) {
         throw ToolError(ExitCode::Refused,
-                        source.file.string() + ": '" + id +
+                        pathText(source.file) + ": '" + id +
                             "' cannot be an effect id; give it another with --names");
     }
 }
@@ -113,10 +114,10 @@ void checkId(const Source& source) {
 void nameSources(std::vector<Source>& sources, const NamesTable& names, const std::string& label) {
     std::set<std::string> used;
     for (Source& source : sources) {
-        const std::string stem = source.file.stem().string();
+        const std::string stem = Utf8FromPath(source.file.stem());
         std::string id = stem;
         source.entry.name = displayName(stem);
-        const auto row = names.find(source.file.filename().string());
+        const auto row = names.find(Utf8FromPath(source.file.filename()));
         if (row != names.end()) {
             used.insert(row->first);
             id = row->second.id.empty() ? id : row->second.id;
@@ -140,12 +141,10 @@ void nameSources(std::vector<Source>& sources, const NamesTable& names, const st
 
 void markAmbient(std::vector<Source>& sources, const std::vector<std::string>& patterns) {
     for (const std::string& pattern : patterns) {
-        const auto fits = [&pattern](const std::string& text) {
-            return ::fnmatch(pattern.c_str(), text.c_str(), 0) == 0;
-        };
+        const auto fits = [&pattern](const std::string& text) { return fitsGlob(pattern, text); };
         bool found = false;
         for (Source& source : sources) {
-            if (fits(source.file.filename().string()) || fits(source.entry.id)) {
+            if (fits(Utf8FromPath(source.file.filename())) || fits(source.entry.id)) {
                 source.entry.ambient = found = true;
             }
         }
@@ -162,8 +161,8 @@ void refuseDuplicates(const std::vector<Source>& sources) {
         const auto [first, isNew] = byId.try_emplace(lower(source.entry.id), &source);
         if (!isNew) {
             throw ToolError(ExitCode::Refused, "two sources give the id '" + source.entry.id +
-                                                   "': " + first->second->file.string() + " and " +
-                                                   source.file.string());
+                                                   "': " + pathText(first->second->file) + " and " +
+                                                   pathText(source.file));
         }
     }
 }
@@ -176,11 +175,12 @@ SourceList collectSources(const std::vector<std::string>& arguments,
     SourceList list;
     for (const std::string& argument : arguments) {
         std::error_code error;
-        const fs::file_status status = fs::status(argument, error);
+        const fs::path path = PathFromUtf8(argument);
+        const fs::file_status status = fs::status(path, error);
         if (fs::is_directory(status)) {
-            addFolder(argument, list);
+            addFolder(path, list);
         } else if (fs::exists(status)) {
-            list.sources.push_back({argument, {}});
+            list.sources.push_back({path, {}});
         } else {
             throw ToolError(ExitCode::Refused, argument + ": does not exist");
         }

@@ -1,6 +1,7 @@
 #include "Stage.h"
 
 #include <exception>
+#include <iostream>
 #include <stdexcept>
 
 #include <QEventLoop>
@@ -33,6 +34,21 @@ audio::sfx::SfxDto recordOf(const audio::CustomAudioParameters& parameters) {
         .build();
 }
 
+/// Nothing that is written to std::cout is shown while it lives.
+class Quiet {
+public:
+    Quiet() : shown_(std::cout.rdbuf(nullptr)) {}
+    ~Quiet() {
+        std::cout.rdbuf(shown_);
+        std::cout.clear();
+    }
+    Quiet(const Quiet&) = delete;
+    Quiet& operator=(const Quiet&) = delete;
+
+private:
+    std::streambuf* shown_;
+};
+
 } // namespace
 
 // The controller does not tell when it has reloaded; its second look at the events, with which it
@@ -58,6 +74,7 @@ Stage::Stage(std::unique_ptr<DataRoot> install)
     : install_(std::move(install)), reads_(std::make_shared<std::atomic<unsigned int>>(0)) {
     std::unique_ptr<audio::SfxRepository> repository = std::make_unique<Repository>(reads_);
     try {
+        const Quiet noRemarkOnAMissingInstall;
         controller_ = std::make_unique<audio::SfxPlayerController>(repository);
     } catch (const std::exception& error) {
         throw ToolError(ExitCode::NoInstall, error.what());

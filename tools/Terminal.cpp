@@ -3,26 +3,17 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <cwchar>
 #include <iostream>
-#include <sys/ioctl.h>
-#include <unistd.h>
 
 #include <QList>
 #include <QString>
 
 namespace vemo::tool {
 
-std::size_t terminalWidth() {
-    winsize size{};
-    const bool known = ::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-    return known ? size.ws_col : 80;
-}
-
 std::size_t displayWidth(const std::string& text) {
     std::size_t width = 0;
     for (const char32_t character : QString::fromStdString(text).toUcs4()) {
-        width += static_cast<std::size_t>(std::max(::wcwidth(static_cast<wchar_t>(character)), 0));
+        width += characterWidth(character);
     }
     return width;
 }
@@ -31,7 +22,7 @@ std::string padded(const std::string& text, std::size_t width) {
     return text + std::string(width - std::min(width, displayWidth(text)), ' ');
 }
 
-Terminal::Terminal() : interactive_(::isatty(STDOUT_FILENO) == 1) {}
+Terminal::Terminal() : interactive_(onTerminal()) {}
 
 Terminal::~Terminal() {
     wipe_();

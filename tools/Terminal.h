@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <string>
 
+#include "TerminalDevice.h"
+
 namespace vemo::tool {
 
 /// Shows the progress of a command: on a terminal one line that is drawn over and over, elsewhere
@@ -30,9 +32,6 @@ private:
 
 /// A line on stderr, headed with the program's name.
 void complain(const std::string& text);
-
-/// Columns of the terminal on stdout; 80 if there is none.
-std::size_t terminalWidth();
 
 /// Columns that the text takes, which are neither its bytes nor, for some scripts, its characters.
 std::size_t displayWidth(const std::string& text);

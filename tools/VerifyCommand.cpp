@@ -11,6 +11,7 @@
 #include "Install.h"
 #include "JsonOut.h"
 #include "ManifestText.h"
+#include "PathText.h"
 #include "Terminal.h"
 
 namespace vemo::tool {
@@ -45,13 +46,14 @@ void checkCount(const ManifestText& manifest, bool ambient, int declared, Report
     }
 }
 
-void checkEffect(const fs::path& folder, const ManifestEntry& entry, Report& report) {
-    const fs::path relative = fs::path(entry.path).lexically_normal();
-    if (relative.is_absolute() || relative.empty() || *relative.begin() == "..") {
+void checkEffect(const fs::path& folder, const ManifestEntry& entry, const fs::path& relative,
+                 Report& report) {
+    if (relative.has_root_path() || relative.empty() || *relative.begin() == "..") {
         report.faults.push_back({entry.path, "leads out of the install folder"});
         return;
     }
-    if (!fs::exists(folder / relative)) {
+    std::error_code ignored; // reading it tells
+    if (fs::status(folder / relative, ignored).type() == fs::file_type::not_found) {
         report.faults.push_back({entry.path, "missing"});
         return;
     }
@@ -71,7 +73,8 @@ void noteUnlisted(const fs::path& folder, const std::set<fs::path>& listed, Repo
         }
     }
     for (const fs::path& file : unlisted) {
-        report.notes.push_back({file.string(), "is not listed in manifest.json"});
+        report.notes.push_back(
+            {Utf8FromPath(file.generic_u8string()), "is not listed in manifest.json"});
     }
 }
 
@@ -94,14 +97,17 @@ Report examine(const fs::path& folder, Terminal& terminal, bool json) {
         if (!entry.id.ends_with(".sfx")) {
             report.notes.push_back({entry.path, "the id '" + entry.id + "' does not end in .sfx"});
         }
-        if (listed.insert(fs::path(entry.path).lexically_normal()).second) {
-            checkEffect(folder, entry, report);
+        const auto path = vemo::sfx::TryPathFromUtf8(entry.path);
+        if (!path) {
+            report.faults.push_back({entry.path, "is no path"});
+        } else if (listed.insert(path->lexically_normal()).second) {
+            checkEffect(folder, entry, path->lexically_normal(), report);
         }
     }
     noteUnlisted(folder, listed, report);
     if (report.faults.empty()) {
         // The library has the last word, on the manifest's version for one.
-        Install::open(folder.string());
+        Install::open(folder);
     }
     return report;
 }
@@ -143,8 +149,9 @@ void print(const std::string& folder, const Report& report, Terminal& terminal) 
 
 ExitCode verify(const std::string& argument, bool json) {
     Terminal terminal;
-    const std::string folder = locateInstall(argument).string();
-    const Report report = examine(folder, terminal, json);
+    const fs::path path = locateInstall(argument);
+    const std::string folder = pathText(path);
+    const Report report = examine(path, terminal, json);
     if (json) {
         printJson(folder, report);
     } else {

@@ -1,11 +1,12 @@
+#include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <iostream>
 
 #include <QCoreApplication>
 
 #include "Commands.h"
 #include "LibraryLog.h"
+#include "System.h"
 #include "Terminal.h"
 
 namespace vemo::tool {
@@ -26,11 +27,12 @@ constexpr char EXIT_CODES[] = "Exit codes:\n"
                               "  5    no audio output device, or the playback broke off\n"
                               "  130  interrupted (SIGINT, SIGTERM)\n";
 
-ExitCode run(int argc, char** argv) {
+ExitCode run(std::vector<std::string> arguments) {
     CLI::App app(DESCRIPTION, "vemo-sfx");
     app.footer(EXIT_CODES);
     app.set_version_flag("--version", "vemo-sfx " VEMO_SFX_VERSION);
     app.add_flag_callback("--verbose", showLog, "Show the log of Qt and of the library on stderr");
+    app.allow_windows_style_options(false); // a path may begin with a slash
     app.require_subcommand(0, 1);
     app.fallthrough();
     Command command;
@@ -43,7 +45,8 @@ ExitCode run(int argc, char** argv) {
     addConsoleCommand(app, command);
     addDevicesCommand(app, command);
     try {
-        app.parse(argc, argv);
+        std::reverse(arguments.begin(), arguments.end());
+        app.parse(std::move(arguments));
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0) {
             app.exit(error);
@@ -57,6 +60,18 @@ ExitCode run(int argc, char** argv) {
     return command();
 }
 
+ExitCode runToTheEnd(const std::vector<std::string>& arguments) {
+    try {
+        return run(arguments);
+    } catch (const ToolError& error) {
+        complain(error.what());
+        return error.code();
+    } catch (const std::exception& error) {
+        complain(error.what());
+        return ExitCode::Refused;
+    }
+}
+
 } // namespace
 
 } // namespace vemo::tool
@@ -67,17 +82,13 @@ int main(int argc, char** argv) {
     // Lives until the end: see below.
     [[maybe_unused]] auto* application = new QCoreApplication(argc, argv);
     ExitCode code = ExitCode::Refused;
-    try {
-        code = run(argc, argv);
-    } catch (const ToolError& error) {
-        complain(error.what());
-        code = error.code();
-    } catch (const std::exception& error) {
-        complain(error.what());
+    {
+        const StandardStreams streams;
+        code = runToTheEnd(commandLine(argc, argv));
+        std::cout.flush();
+        std::fflush(nullptr);
     }
-    std::cout.flush();
-    std::fflush(nullptr);
     // The sound server's client library crashes now and then when its static objects are destroyed
     // soon after playing, so they are not.
-    std::quick_exit(static_cast<int>(code));
+    leave(code);
 }

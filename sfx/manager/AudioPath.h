@@ -10,12 +10,17 @@ namespace vemo::audio {
 /// A named route to one output device. A plain value: one path is used by one thread at a time.
 class SFX_EXPORT AudioPath {
 public:
-    AudioPath(const std::string& name, const AudioDevice& device) : name_(name), device_(device) {}
+    AudioPath(const std::string& name, const AudioDevice& device);
+    AudioPath(const AudioPath& other);
+    AudioPath(AudioPath&& other) noexcept;
+    AudioPath& operator=(const AudioPath& other);
+    AudioPath& operator=(AudioPath&& other) noexcept;
+    ~AudioPath();
 
-    std::string Name() const { return name_; }
+    std::string Name() const;
     /// Valid as long as the path lives.
-    const AudioDevice& OutputAudioDevice() const { return device_; }
-    void SetOutputAudioDevice(const AudioDevice& device) { device_ = device; }
+    const AudioDevice& OutputAudioDevice() const;
+    void SetOutputAudioDevice(const AudioDevice& device);
 
 private:
     std::string name_;

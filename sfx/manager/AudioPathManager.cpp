@@ -4,6 +4,13 @@
 
 namespace vemo::audio {
 
+AudioPathManager::AudioPathManager() = default;
+AudioPathManager::AudioPathManager(const AudioPathManager& other) = default;
+AudioPathManager::AudioPathManager(AudioPathManager&& other) noexcept = default;
+AudioPathManager& AudioPathManager::operator=(const AudioPathManager& other) = default;
+AudioPathManager& AudioPathManager::operator=(AudioPathManager&& other) noexcept = default;
+AudioPathManager::~AudioPathManager() = default;
+
 int AudioPathManager::AddPath(const AudioPath& path) {
     const std::int32_t id = nextId_++;
     paths_.emplace(id, path);

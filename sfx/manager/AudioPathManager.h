@@ -12,6 +12,13 @@ namespace vemo::audio {
 /// where the original stands. Names may repeat. A plain value: used by one thread at a time.
 class SFX_EXPORT AudioPathManager {
 public:
+    AudioPathManager();
+    AudioPathManager(const AudioPathManager& other);
+    AudioPathManager(AudioPathManager&& other) noexcept;
+    AudioPathManager& operator=(const AudioPathManager& other);
+    AudioPathManager& operator=(AudioPathManager&& other) noexcept;
+    ~AudioPathManager();
+
     /// Keeps a copy of the path; returns its id.
     int AddPath(const AudioPath& path);
     /// The id of the path's device: the very pointer that its AudioDevice held.

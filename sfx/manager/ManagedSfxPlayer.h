@@ -3,6 +3,7 @@
 #include <memory>
 #include <mutex>
 
+#include <sfx/export.h>
 #include <sfx/manager/SfxWorkerVolume.h>
 #include <sfx/model/SfxType.h>
 #include <sfx/player/SfxPlayerInterface.h>
@@ -16,8 +17,9 @@ public:
     explicit ManagedSfxPlayer(std::unique_ptr<SfxPlayerInterface> player);
     ManagedSfxPlayer(const ManagedSfxPlayer&) = delete;
     ManagedSfxPlayer& operator=(const ManagedSfxPlayer&) = delete;
-    /// Cancels a fade that is running; the player may play on.
-    ~ManagedSfxPlayer();
+    /// Cancels a fade that is running; the player may play on. The only member that the library
+    /// exports. Meant so.
+    SFX_EXPORT ~ManagedSfxPlayer();
 
     SfxPlayerInterface& Player() const { return *player_; }
     /// The type of the player's record, the last known one if the controller has removed the

@@ -13,6 +13,9 @@
 #ifdef Q_OS_LINUX
 #include <sys/prctl.h>
 #endif
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
 
 #include "Sanitizers.h"
 
@@ -55,6 +58,27 @@ void DieWithParent(QProcess& process, std::function<void()> inChild) {
 #endif
 }
 
+#ifdef Q_OS_WIN
+namespace {
+
+// Ctrl-C reaches every program of a console, and only from a program that is one of them. So each
+// program under test has a console of its own, which is joined for a moment.
+void PressCtrlC(DWORD process) {
+    [[maybe_unused]] static const BOOL spared = SetConsoleCtrlHandler(
+        +[](DWORD) -> BOOL { return TRUE; }, TRUE);
+    FreeConsole();
+    const bool pressed = AttachConsole(process) && GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0);
+    const DWORD error = GetLastError();
+    FreeConsole();
+    AttachConsole(ATTACH_PARENT_PROCESS);
+    if (!pressed) {
+        throw std::runtime_error("cannot interrupt the program: error " + std::to_string(error));
+    }
+}
+
+} // namespace
+#endif
+
 ProcessRunner::ProcessRunner(const QString& program, const QStringList& arguments,
                              const std::map<QString, QString>& environment) {
     auto variables = QProcessEnvironment::systemEnvironment();
@@ -63,6 +87,10 @@ ProcessRunner::ProcessRunner(const QString& program, const QStringList& argument
     }
     process_.setProcessEnvironment(variables);
     DieWithParent(process_);
+#ifdef Q_OS_WIN
+    process_.setCreateProcessArgumentsModifier(
+        [](QProcess::CreateProcessArguments* created) { created->flags |= CREATE_NO_WINDOW; });
+#endif
     process_.start(program, arguments);
     if (!process_.waitForStarted()) {
         throw std::runtime_error("cannot start " + program.toStdString() + ": " +
@@ -102,7 +130,7 @@ void ProcessRunner::SendSignal(int signal) {
     ::kill(static_cast<pid_t>(process_.processId()), signal);
 #else
     static_cast<void>(signal);
-    process_.terminate();
+    PressCtrlC(static_cast<DWORD>(process_.processId()));
 #endif
 }
 

@@ -47,6 +47,7 @@ public:
     /// Waits until the text has appeared on standard output or standard error; when it does not,
     /// shows what has.
     bool WaitForOutput(const QByteArray& text, std::chrono::milliseconds deadline = kDeadline);
+    /// On Windows every signal is a Ctrl-C at the program's console.
     void SendSignal(int signal);
     /// Writes to the program's standard input.
     void Write(const QByteArray& text);

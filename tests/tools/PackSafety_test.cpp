@@ -47,11 +47,14 @@ TEST_F(PackSafety, packRefusesWhatDoesNotDecode) {
 }
 
 TEST_F(PackSafety, packRefusesIdsThatAreNoFileNames) {
-    writeVorbis("what?.ogg", {.ms = 50});
-    expectRefused({"pack", at("what?.ogg"), "--out", at("out")}, 1, "cannot be an effect id");
-    writeText("names.csv", "what?.ogg,../../up,Up\n");
-    expectRefused({"pack", at("what?.ogg"), "--out", at("out"), "--names", at("names.csv")}, 1,
-                  "'../../up.sfx' cannot be an effect id");
+    writeVorbis(".what.ogg", {.ms = 50});
+    expectRefused({"pack", at(".what.ogg"), "--out", at("out")}, 1,
+                  "'.what.sfx' cannot be an effect id");
+    for (const std::string id : {"what?", "../../up"}) {
+        writeText("names.csv", ".what.ogg," + id + ",Up\n");
+        expectRefused({"pack", at(".what.ogg"), "--out", at("out"), "--names", at("names.csv")}, 1,
+                      "'" + id + ".sfx' cannot be an effect id");
+    }
 }
 
 TEST_F(PackSafety, packRefusesGlobsThatFitNothing) {

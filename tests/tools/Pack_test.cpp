@@ -43,7 +43,7 @@ TEST_F(Pack, packMakesAnInstallThatVerifiesAndLists) {
                        std::to_string(row["seconds"].GetDouble()).substr(0, 5) + "|" +
                        std::to_string(row["channels"].GetInt()) + "|" +
                        std::to_string(row["rate"].GetInt()));
-        EXPECT_TRUE(std::filesystem::exists(row["path"].GetString()));
+        EXPECT_TRUE(std::filesystem::exists(pathOf(row["path"].GetString())));
     }
     EXPECT_THAT(rows, ElementsAre("b_bell.sfx|primary|B bell|0.250|2|44100",
                                   "door--bell.sfx|primary|Door bell|0.400|1|48000",

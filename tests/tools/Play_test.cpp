@@ -16,7 +16,7 @@ TEST_F(Play, playSoundsTheWholeEffectAndShowsIt) {
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_THAT(result.out.toStdString(),
                 testing::AllOf(HasSubstr("playing low.sfx (Low), 0.60 s, volume 0.5\n"),
-                               testing::ContainsRegex("-15\\.[01] dB\n"),
+                               testing::AnyOf(HasSubstr("-15.0 dB\n"), HasSubstr("-15.1 dB\n")),
                                HasSubstr("finished low.sfx")));
     ASSERT_TRUE(recorder.WaitForSilence());
     const Pcm heard = recorder.Stop();
@@ -109,27 +109,6 @@ TEST_F(Play, secondInterruptLeavesAtOnce) {
 TEST_F(Play, playRefusesAnEffectThatDoesNotDecode) {
     writeText("out/low.sfx", "text");
     EXPECT_THAT(run(command({"high", "low"})), failedWith(1, at("out/low.sfx")));
-}
-
-TEST_F(Play, playTellsWhenTheServerDies) {
-    Recorder recorder;
-    ProcessRunner tool(toolPath(), list(command({"long"})));
-    ASSERT_TRUE(recorder.WaitForSound());
-    server_.Kill();
-    EXPECT_THAT(tool.Finish(), failedWith(5, "long.sfx"));
-}
-
-TEST_F(Play, devicesListsTheOutputs) {
-    server_.AddSink("second_sink");
-    const Result listed = run({"devices", "--json"});
-    EXPECT_EQ(listed.exitCode, 0);
-    const auto devices = parse(listed.out);
-    std::map<std::string, bool> found;
-    for (const auto& device : devices.GetArray()) {
-        found[device["id"].GetString()] = device["default"].GetBool();
-    }
-    EXPECT_EQ(found,
-              (std::map<std::string, bool>{{PulseServer::kSink, true}, {"second_sink", false}}));
 }
 
 } // namespace

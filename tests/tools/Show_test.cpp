@@ -73,10 +73,10 @@ TEST_F(Show, removeTakesAllOrNone) {
 
 TEST_F(Show, refusesWhatItCannotDo) {
     EXPECT_THAT(show({"list"}), failedWith(1, "no show file " + at("a.show")));
-    EXPECT_THAT(run({"show", dir().string(), "list"}), failedWith(1, dir().string()));
+    EXPECT_THAT(run({"show", at("out"), "list"}), failedWith(1, at("out")));
     writeText("text", "text that is no show");
     EXPECT_THAT(run({"show", at("text"), "list"}), failedWith(1, at("text")));
-    EXPECT_EQ(readFile(at("text")).size(), 20U);
+    EXPECT_EQ(readFile(dir() / "text").size(), 20U);
 
     const auto addTo = [&](const std::vector<std::string>& arguments) {
         std::vector<std::string> all{"add", "--install", at("out")};
@@ -86,7 +86,7 @@ TEST_F(Show, refusesWhatItCannotDo) {
     EXPECT_THAT(addTo({"gong"}), failedWith(4, "gong"));
     EXPECT_THAT(addTo({"bell", "--name", "sfx.7"}), failedWith(2, "sfx.7"));
     EXPECT_THAT(addTo({"bell", "--volume", "2"}), failedWith(2, "'2'"));
-    EXPECT_FALSE(std::filesystem::exists(at("a.show"))) << "nothing was to be kept";
+    EXPECT_FALSE(std::filesystem::exists(dir() / "a.show")) << "nothing was to be kept";
 
     add({"bell", "--name", "twice"});
     add({"bell", "--name", "twice"});
@@ -96,7 +96,7 @@ TEST_F(Show, refusesWhatItCannotDo) {
 
 TEST_F(Show, isHeldByOneProgramAtATime) {
     add({"bell"});
-    ProcessRunner console(toolPath(), list({"console", at("a.show"), "--install", at("out")}));
+    ProcessRunner console(toolPath(), list({"console", at("a.show"), "--install", onStage("out")}));
     ASSERT_TRUE(console.WaitForOutput("1 event loaded"));
     EXPECT_THAT(show({"add", "bell", "--no-check"}), failedWith(1, at("a.show")));
     EXPECT_THAT(run({"play", "Bell", "--show", at("a.show"), "--install", at("out")}),

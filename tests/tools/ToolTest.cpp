@@ -3,9 +3,13 @@
 #include <fstream>
 #include <iterator>
 
+#include <sfx/catalogue/Utf8Path.h>
+
 namespace sfx_test {
 
 namespace fs = std::filesystem;
+using vemo::sfx::PathFromUtf8;
+using vemo::sfx::Utf8FromPath;
 
 QString toolPath() {
     return QStringLiteral(VEMO_SFX);
@@ -14,6 +18,28 @@ QString toolPath() {
 Result ToolTest::run(const std::vector<std::string>& arguments,
                      const std::map<QString, QString>& environment) {
     return ProcessRunner::Run(toolPath(), list(arguments), environment, 3 * kDeadline);
+}
+
+std::string ToolTest::at(const std::string& name) const {
+    return Utf8FromPath((dir() / pathOf(name)).make_preferred());
+}
+
+fs::path ToolTest::pathOf(const std::string& text) {
+    return PathFromUtf8(text);
+}
+
+std::string ToolTest::onStage(const std::string& install) {
+#ifdef _WIN32
+    if (!stage_) {
+        stage_.emplace();
+        for (const auto& [name, bytes] : contentOf(dir() / pathOf(install))) {
+            WriteBytes(stage_->Install() / pathOf(name), bytes);
+        }
+    }
+    return Utf8FromPath(stage_->Install());
+#else
+    return at(install);
+#endif
 }
 
 QStringList ToolTest::list(const std::vector<std::string>& arguments) {
@@ -25,11 +51,11 @@ QStringList ToolTest::list(const std::vector<std::string>& arguments) {
 }
 
 void ToolTest::writeVorbis(const std::string& name, const Tone& tone) const {
-    WriteBytes(dir() / name, EncodeVorbis(MakeTone(tone)));
+    WriteBytes(dir() / pathOf(name), EncodeVorbis(MakeTone(tone)));
 }
 
 void ToolTest::writeText(const std::string& name, const std::string& text) const {
-    WriteBytes(dir() / name, {text.begin(), text.end()});
+    WriteBytes(dir() / pathOf(name), {text.begin(), text.end()});
 }
 
 std::vector<unsigned char> readFile(const fs::path& file) {
@@ -40,7 +66,7 @@ std::vector<unsigned char> readFile(const fs::path& file) {
 std::map<std::string, std::vector<unsigned char>> contentOf(const fs::path& folder) {
     std::map<std::string, std::vector<unsigned char>> content;
     for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-        content[entry.path().lexically_relative(folder).string()] =
+        content[Utf8FromPath(entry.path().lexically_relative(folder).generic_u8string())] =
             entry.is_regular_file() ? readFile(entry.path()) : std::vector<unsigned char>{};
     }
     return content;

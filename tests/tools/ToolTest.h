@@ -2,9 +2,11 @@
 
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include <QDir>
 #include <QStringList>
 #include <QTemporaryDir>
 
@@ -13,6 +15,7 @@
 #include <rapidjson/document.h>
 
 #include "support/EffectMaker.h"
+#include "support/InstallRoot.h"
 #include "support/Pcm.h"
 #include "support/ProcessRunner.h"
 #include "support/SoundFile.h"
@@ -21,14 +24,24 @@ namespace sfx_test {
 
 using Result = ProcessRunner::Result;
 
+#ifdef _WIN32
+inline constexpr bool ON_WINDOWS = true;
+#else
+inline constexpr bool ON_WINDOWS = false;
+#endif
+
 QString toolPath();
 
 /// A temporary folder to work in and the built program to run.
 class ToolTest : public testing::Test {
 protected:
-    std::filesystem::path dir() const { return dir_.path().toStdString(); }
-    /// The text form of a path below the folder.
-    std::string at(const std::string& name) const { return (dir() / name).string(); }
+    std::filesystem::path dir() const { return pathOf(dir_.path().toStdString()); }
+    /// The text form of a path below the folder, as users write it on the system.
+    std::string at(const std::string& name) const;
+    static std::filesystem::path pathOf(const std::string& text);
+    /// The install below the folder, where shows play from: on Windows a copy in the library's own
+    /// place, for which other test programs wait until the test is over.
+    std::string onStage(const std::string& install);
 
     static Result run(const std::vector<std::string>& arguments,
                       const std::map<QString, QString>& environment = {});
@@ -38,7 +51,10 @@ protected:
     void writeText(const std::string& name, const std::string& text) const;
 
 private:
-    QTemporaryDir dir_;
+    QTemporaryDir dir_{QDir::tempPath() + QString::fromUtf8("/vemo-Bühne-♪-XXXXXX")};
+#ifdef _WIN32
+    std::optional<InstallRoot> stage_;
+#endif
 };
 
 std::vector<unsigned char> readFile(const std::filesystem::path& file);

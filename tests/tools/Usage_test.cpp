@@ -18,7 +18,7 @@ TEST_F(Usage, helpAndVersionAnswerZero) {
     const Result help = run({"--help"});
     EXPECT_EQ(help.exitCode, 0);
     EXPECT_THAT(help.out.toStdString(), HasSubstr("130  interrupted"));
-    EXPECT_THAT(run({"--version"}).out.toStdString(), testing::MatchesRegex("vemo-sfx [0-9.]+\n"));
+    EXPECT_THAT(run({"--version"}).out.toStdString(), testing::MatchesRegex("vemo-sfx .+\\..+\n"));
 }
 
 TEST_F(Usage, wrongCommandLinesAnswerTwo) {
@@ -40,21 +40,27 @@ TEST_F(Usage, playRefusesValuesOutOfRange) {
 }
 
 TEST_F(Usage, installIsFoundFromAFolderADataRootAndTheEnvironment) {
-    pack("root:1/vemo_data/sfx");
+    // XDG_DATA_DIRS cannot hold a colon, nor a file name on Windows.
+    const std::string root = ON_WINDOWS ? "root 1" : "root:1";
+    const std::string install = root + "/vemo_data/sfx";
+    pack(install);
     const std::map<QString, QString> elsewhere{{"XDG_DATA_DIRS", "/nonexistent"}};
-    for (const std::string folder : {"root:1", "root:1/vemo_data/sfx"}) {
+    for (const std::string& folder : {root, install}) {
         const Result listed = run({"list", "--install", at(folder), "--json"}, elsewhere);
         ASSERT_EQ(listed.exitCode, 0) << listed.err.toStdString();
-        EXPECT_EQ(parse(listed.out)[0]["path"].GetString(), at("root:1/vemo_data/sfx/bell.sfx"));
+        EXPECT_EQ(parse(listed.out)[0]["path"].GetString(), at(install + "/bell.sfx"));
     }
-    std::filesystem::rename(dir() / "root:1", dir() / "root");
+    onStage(install);
+    std::filesystem::rename(dir() / root, dir() / "root");
     EXPECT_EQ(run({"list"}, {{"XDG_DATA_DIRS", QString::fromStdString(at("root"))}}).exitCode, 0);
 }
 
 TEST_F(Usage, missingInstallAnswersThree) {
     EXPECT_THAT(run({"list", "--install", at("none")}), failedWith(3, at("none")));
-    EXPECT_THAT(run({"list"}, {{"XDG_DATA_DIRS", QString::fromStdString(at("none"))}}),
-                failedWith(3, at("none/vemo_data/sfx")));
+    if (!ON_WINDOWS) { // where there is one place, which another test program may have
+        EXPECT_THAT(run({"list"}, {{"XDG_DATA_DIRS", QString::fromStdString(at("none"))}}),
+                    failedWith(3, at("none/vemo_data/sfx")));
+    }
     pack("out");
     std::filesystem::remove(dir() / "out/bell.sfx");
     EXPECT_THAT(run({"play", "bell", "--install", at("out")}), failedWith(3, "Missing: bell.sfx"));

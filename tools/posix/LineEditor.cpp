@@ -16,7 +16,6 @@ namespace vemo::tool {
 
 namespace {
 
-constexpr char PROMPT[] = "sfx> ";
 constexpr int HISTORY_LENGTH = 1000;
 // The keys that send several bytes send them at once; a lone escape must not hold the event loop.
 constexpr int REST_OF_A_KEY_MS = 50;
