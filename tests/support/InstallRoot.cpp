@@ -6,6 +6,10 @@
 
 #include <QStandardPaths>
 
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
 namespace sfx_test {
 
 namespace fs = std::filesystem;
@@ -13,9 +17,16 @@ namespace fs = std::filesystem;
 #ifdef _WIN32
 
 InstallRoot::InstallRoot() {
-    turn_.setStaleLockTime(0);
-    if (!turn_.lock()) {
-        throw std::runtime_error("no lock for the install folder");
+    const std::wstring file = (QDir::tempPath() + "/sfx-install-folder.lock").toStdWString();
+    const auto open = [&] {
+        return CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                           FILE_ATTRIBUTE_NORMAL, nullptr);
+    };
+    while ((turn_ = open()) == INVALID_HANDLE_VALUE) {
+        if (GetLastError() != ERROR_SHARING_VIOLATION) {
+            throw std::runtime_error("no lock for the install folder");
+        }
+        Sleep(5);
     }
     const QString root =
         QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation).at(1);
@@ -36,6 +47,7 @@ InstallRoot::InstallRoot() {
 InstallRoot::~InstallRoot() {
     std::error_code ignored;
     fs::remove_all(install_.parent_path(), ignored);
+    CloseHandle(turn_);
 }
 
 void InstallRoot::Publish() {}

@@ -4,7 +4,6 @@
 
 #include <QByteArray>
 #include <QDir>
-#include <QLockFile>
 #include <QTemporaryDir>
 
 namespace sfx_test {
@@ -28,7 +27,8 @@ public:
 
 private:
 #ifdef _WIN32
-    QLockFile turn_{QDir::tempPath() + "/sfx-install-folder.lock"};
+    /// Open by one process at a time, and closed with it, however it ends.
+    void* turn_ = nullptr;
 #else
     QTemporaryDir root_{QDir::tempPath() + QString::fromUtf8("/sfx-Bühne-♪-XXXXXX")};
     QByteArray savedDataDirs_;
