@@ -12,15 +12,10 @@ namespace vemo::tool {
 std::vector<std::string> commandLine(int argc, char** argv);
 
 /// Makes the standard streams carry UTF-8 and, on every system, a lone newline at the end of a
-/// line, so that what goes through a pipe is the same everywhere. Puts the terminal back as it was
-/// when it goes. Main thread, one per process.
-class StandardStreams {
-public:
-    StandardStreams();
-    ~StandardStreams();
-    StandardStreams(const StandardStreams&) = delete;
-    StandardStreams& operator=(const StandardStreams&) = delete;
-};
+/// line, so that what goes through a pipe is the same everywhere. Main thread, once.
+void prepareStreams();
+/// Flushes them, and puts the terminal back as it was.
+void restoreStreams();
 
 /// Ends the process at once: nothing is destroyed, and nothing written that was not flushed. Any
 /// thread, and the handler of a signal.

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cstdio>
 #include <iostream>
 
 #include <QCoreApplication>
@@ -81,13 +80,10 @@ int main(int argc, char** argv) {
     takeOverLog();
     // Lives until the end: see below.
     [[maybe_unused]] auto* application = new QCoreApplication(argc, argv);
-    ExitCode code = ExitCode::Refused;
-    {
-        const StandardStreams streams;
-        code = runToTheEnd(commandLine(argc, argv));
-        std::cout.flush();
-        std::fflush(nullptr);
-    }
+    prepareStreams();
+    const ExitCode code = runToTheEnd(commandLine(argc, argv));
+    std::cout.flush();
+    restoreStreams();
     // The sound server's client library crashes now and then when its static objects are destroyed
     // soon after playing, so they are not.
     leave(code);

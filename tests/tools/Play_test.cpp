@@ -106,6 +106,13 @@ TEST_F(Play, secondInterruptLeavesAtOnce) {
     EXPECT_FALSE(result.timedOut);
 }
 
+TEST_F(Play, devicesMarksTheOneThatPlays) {
+    const auto devices = parse(run({"devices", "--json"}).out);
+    EXPECT_EQ(std::count_if(devices.Begin(), devices.End(),
+                            [](const auto& device) { return device["default"].GetBool(); }),
+              1);
+}
+
 TEST_F(Play, playRefusesAnEffectThatDoesNotDecode) {
     writeText("out/low.sfx", "text");
     EXPECT_THAT(run(command({"high", "low"})), failedWith(1, at("out/low.sfx")));

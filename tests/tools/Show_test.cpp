@@ -106,4 +106,14 @@ TEST_F(Show, isHeldByOneProgramAtATime) {
     EXPECT_EQ(events().size(), 1U);
 }
 
+#ifdef _WIN32
+TEST_F(Show, playsFromNoPlaceButTheLibrarys) {
+    add({"bell"});
+    EXPECT_THAT(run({"play", "Bell", "--show", at("a.show"), "--install", at("out")}),
+                failedWith(3, onStage("out")));
+    EXPECT_THAT(run({"console", at("a.show"), "--install", at("out")}),
+                failedWith(3, onStage("out")));
+}
+#endif
+
 } // namespace

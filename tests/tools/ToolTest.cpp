@@ -36,7 +36,7 @@ std::string ToolTest::onStage(const std::string& install) {
             WriteBytes(stage_->Install() / pathOf(name), bytes);
         }
     }
-    return Utf8FromPath(stage_->Install());
+    return Utf8FromPath(fs::path(stage_->Install()).make_preferred());
 #else
     return at(install);
 #endif

@@ -1,6 +1,7 @@
 #include "System.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <fnmatch.h>
 
@@ -10,9 +11,12 @@ std::vector<std::string> commandLine(int argc, char** argv) {
     return {argv + std::min(argc, 1), argv + argc};
 }
 
-// There the streams are that way.
-StandardStreams::StandardStreams() = default;
-StandardStreams::~StandardStreams() = default;
+// They are that way.
+void prepareStreams() {}
+
+void restoreStreams() {
+    std::fflush(nullptr);
+}
 
 void leave(ExitCode code) {
     std::_Exit(static_cast<int>(code));

@@ -41,7 +41,7 @@ std::vector<std::string> commandLine(int /*argc*/, char** /*argv*/) {
     return arguments;
 }
 
-StandardStreams::StandardStreams() {
+void prepareStreams() {
     for (std::FILE* const stream : {stdout, stderr}) {
         ::_setmode(::_fileno(stream), _O_BINARY);
         // Written piece by piece, a character of several bytes would come apart on the terminal.
@@ -57,7 +57,7 @@ StandardStreams::StandardStreams() {
     }
 }
 
-StandardStreams::~StandardStreams() {
+void restoreStreams() {
     std::fflush(nullptr);
     if (before.mode) {
         SetConsoleMode(output(), *before.mode);
