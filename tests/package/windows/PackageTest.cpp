@@ -2,11 +2,13 @@
 
 #include <QDir>
 #include <QFile>
+#include <QTemporaryDir>
 
 #include "support/Analysis.h"
 #include "support/EffectMaker.h"
 #include "support/ProcessRunner.h"
 #include "support/Recorder.h"
+#include "support/SoundFile.h"
 
 using namespace sfx_test;
 using testing::HasSubstr;
@@ -17,9 +19,11 @@ namespace {
 const std::map<QString, QString> BARE = {
     {"PATH", R"(C:\windows\system32;C:\windows)"}, {"WINEPATH", ""}, {"QT_PLUGIN_PATH", ""}};
 
+const Pcm kTone = MakeTone({.ms = 600, .frequency = 440});
+
 struct Package : testing::Test {
     void SetUp() override {
-        install_.AddEffect("tone.sfx", "Tone", MakeTone({.ms = 600, .frequency = 440}));
+        install_.AddEffect("tone.sfx", "Tone", kTone);
         install_.Publish();
     }
 
@@ -47,6 +51,12 @@ TEST_F(Package, toolPlaysWithNothingButItsFolder) {
     EXPECT_EQ(list.exitCode, 0) << list.err.toStdString();
     EXPECT_THAT(list.out.toStdString(), HasSubstr("tone.sfx"));
     EXPECT_THAT(PlayTone(program_, {"play", "tone"}), HasSubstr("finished tone.sfx"));
+
+    // What decodes a user's file is a plugin.
+    const QTemporaryDir folder;
+    const QString file = folder.filePath("tone.wav");
+    WriteSoundFile(file.toStdString(), kTone);
+    PlayTone(program_, {"play-file", file});
 }
 
 TEST_F(Package, hostPlaysBesideItsDlls) {
