@@ -1,0 +1,7 @@
+cmake_minimum_required(VERSION 3.25)
+file(REMOVE_RECURSE "${FOLDER}")
+file(ARCHIVE_EXTRACT INPUT "${ZIP}" DESTINATION "${FOLDER}")
+file(GLOB top RELATIVE "${FOLDER}" "${FOLDER}/*")
+if(NOT top STREQUAL NAME)
+    message(FATAL_ERROR "${ZIP} should hold the folder ${NAME} alone, but holds: ${top}")
+endif()
