@@ -107,6 +107,8 @@ foreach(library IN LISTS libraries)
     endforeach()
     list(JOIN namespaces "|" ours)
     list(FILTER weak INCLUDE REGEX "^([a-z]+ )*(${ours})(::|$)")
+    # A function template's type stands before its name.
+    list(FILTER weak EXCLUDE REGEX "^[^<(]*[ &*]std::")
     foreach(symbol IN LISTS weak)
         # A class without a home of its own has its type information in every library that uses it.
         find_owner("${symbol}" "${entries_any}")
