@@ -2,6 +2,8 @@
 #include <QEventLoop>
 #include <QMetaMethod>
 
+#include <thread>
+
 #include <gmock/gmock.h>
 
 #include <sfx/control/GetSfxPlayer.h>
@@ -140,6 +142,14 @@ TEST(Frame, aControllerWhoseThreadHasEndedAnswersWithAnException) {
     ExpectThrowsSoon<SfxException>("has ended",
                                    [] { const SfxPlayer late(Event("", "low.sfx").build()); });
     EXPECT_FLOAT_EQ(house->Controller().Volume(0), 0.3F) << "direct calls need no event loop";
+}
+
+TEST(Frame, aControllerWhoseThreadWasNotOfQtAnswersWithAnExceptionToo) {
+    SfxPlayerConnectionMediator::instance();
+    std::unique_ptr<ControlHouse> house;
+    std::thread([&] { house = std::make_unique<ControlHouse>(); }).join();
+    ExpectThrowsSoon<SfxException>("has ended",
+                                   [] { const SfxPlayer late(Event("", "low.sfx").build()); });
 }
 
 TEST(Frame, aBusyControllerIsWaitedFor) {
