@@ -45,6 +45,8 @@ int main(int argc, char** argv) {
     QCoreApplication application(argc, argv);
     int code = RUN_ALL_TESTS();
     sfx_test::PulseServer::StopShared();
+    // As the end of an event loop would do.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 
     // The pulse client inside Qt crashes now and then in static destruction soon after playing,
     // and a thread that hangs in a dead server would keep the application's destructor from
