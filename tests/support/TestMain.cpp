@@ -1,6 +1,7 @@
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <iostream>
 
 #include <QCoreApplication>
@@ -32,6 +33,11 @@ namespace {
 
 [[noreturn]] void Leave(int code) {
 #ifdef _WIN32
+    // Wine may crash below, where a thread ends at the same time; who runs this reads the code
+    // here.
+    if (const char* path = std::getenv("SFX_TEST_LEFT")) {
+        std::ofstream(path) << code;
+    }
     // On Windows _Exit() still lets every DLL clean up, with its threads gone.
     TerminateProcess(GetCurrentProcess(), static_cast<UINT>(code));
 #endif
