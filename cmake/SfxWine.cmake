@@ -19,7 +19,3 @@ endfunction()
 
 # The tests, with the DLLs where they were built or installed.
 sfx_wine(CMAKE_CROSSCOMPILING_EMULATOR "${CMAKE_BINARY_DIR}/wine" "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
-
-# What plays under Wine takes more than one processor at its start, and another that plays would have
-# a gap then.
-set(SFX_WINE_SOUND_PROCESSORS 2)

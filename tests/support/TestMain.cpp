@@ -31,12 +31,11 @@ extern "C" __attribute__((visibility("default"))) void __tsan_on_report(void*) {
 
 namespace {
 
-[[noreturn]] void Leave(int code) {
+[[noreturn]] void Leave(int code, [[maybe_unused]] const QByteArray& codeFile) {
 #ifdef _WIN32
-    // Wine may crash below, where a thread ends at the same time; who runs this reads the code
-    // here.
-    if (const char* path = std::getenv("SFX_TEST_LEFT")) {
-        std::ofstream(path) << code;
+    // Wine may crash below, where a thread ends at the same time; who runs this reads the code.
+    if (!codeFile.isEmpty()) {
+        std::ofstream(codeFile.constData()) << code;
     }
     // On Windows _Exit() still lets every DLL clean up, with its threads gone.
     TerminateProcess(GetCurrentProcess(), static_cast<UINT>(code));
@@ -49,6 +48,8 @@ namespace {
 int main(int argc, char** argv) {
     ::testing::InitGoogleMock(&argc, argv);
     QCoreApplication application(argc, argv);
+    const QByteArray codeFile = qgetenv("SFX_TEST_CODE_FILE");
+    qunsetenv("SFX_TEST_CODE_FILE"); // it is not for the programs that a test starts
     int code = RUN_ALL_TESTS();
     sfx_test::PulseServer::StopShared();
     // As the end of an event loop would do.
@@ -69,5 +70,5 @@ int main(int argc, char** argv) {
 #endif
     std::cout.flush();
     std::fflush(nullptr);
-    Leave(code);
+    Leave(code, codeFile);
 }
